@@ -1,0 +1,79 @@
+// live/live.h -- what the interface, MIDI and the audio callbacks share: the candidates that
+// the oscillators should sound, the generators' and the player's records. Fields that two
+// threads touch are read and written through live/shared.h.
+#pragma once
+
+#include <cstdint>
+
+/// What one oscillator should sound now; one element per partial.
+struct LiveCandidate {
+    int32_t ord_num; // not read by live play
+    float time;      // seconds
+    float freq;      // Hz
+    float amp;       // linear, live_gain applied
+    float phase;     // radians, read by the SDIF export alone
+    uint8_t status;  // 1 while the partial sounds at that time
+};
+
+/// The state of a live oscillator bank. Arrays hold 2048 elements.
+struct LiveGenerator {
+    void *unit;           // output unit, null until created
+    double position;      // frames played, kept below one second's worth
+    uint8_t playing;      // 1 while the unit runs
+    float radians_per_hz; // phase step per frame for 1 Hz
+    int32_t state;        // 0 silent, 1 starting, 2 sustaining, 3 releasing
+    uint8_t midi_started; // 1 when a note started it
+    float *amp_target;    // linear, at the end of this block
+    float *freq_target;   // Hz, at the end of this block
+    int32_t *phase;       // table index
+    float *amp_now;       // linear, at the end of the last block
+    float *freq_now;      // Hz, at the end of the last block
+    float *spare1;        //
+    uint8_t *on;          // copy of each candidate's status
+    float *spare2;        //
+    uint32_t midi_client; //
+    uint32_t midi_port;   //
+    float starttime;      // seconds, start of a zone
+    float time;           // seconds, current time
+    float prev_time;      // seconds, time of the last MIDI move
+    float endtime;        // seconds, end of a zone
+    uint32_t frames;      // frames of the last block
+    int32_t events;       // zone plays since the last new zone
+    uint8_t select;       // play selected points only; for MIDI, the wheel chooses them
+    float floatmax;       // output gain
+};
+
+/// The player of a rendered buffer.
+struct FloatPlayer {
+    void *unit;            // output unit
+    double position;       // next frame to play
+    int32_t state;         // 0 stopped, 1 fading in, 2 playing, 3 stopping, 7 ending
+    uint8_t playing;       // 1 from a start until the callback has finished the stop
+    float *buffer;         // fBuffer at the start
+    uint8_t metering;      // set: level is a root mean square
+    float level;           // of the last block
+    float prev_level;      // of the block before
+    float seconds;         // time played, for the play head
+    int32_t frames_played; //
+    int32_t blocks;        // callbacks since the start
+    uint8_t loop;          // the sound repeats without end
+};
+
+// Allocated at start-up with spare elements, like the per-partial arrays of the store.
+extern LiveCandidate *scandidates; // not used
+extern LiveCandidate *pcandidates; // what wgen should sound
+extern LiveCandidate *qcandidates; // what zgen should sound
+
+extern LiveGenerator wgen;  // follows the mouse and MIDI
+extern LiveGenerator zgen;  // plays a zone
+extern FloatPlayer fplayer; // plays a rendered buffer
+
+extern float live_gain;   // gain of live play, 0.2 at the start
+extern int32_t liveSynth; // 1 during a scrub or a note
+extern uint8_t STOP;      // set when a scrub ends
+extern uint8_t W;         // 1: scrubbing uses wgen
+extern uint8_t midi;      // MIDI control is on
+extern uint8_t ran;       // partials walk through a zone each by itself
+
+/// Start values of the switches.
+void reset_live();

@@ -1,0 +1,15 @@
+// live/shared.h -- plain fields that an audio or MIDI thread touches too, read and written as
+// relaxed atomics. A stale value is tolerated everywhere; a torn one never happens.
+#pragma once
+
+#include <atomic>
+
+/// The present value of a field that another thread may be writing.
+template <typename T> inline T peek(const T &field) {
+    return std::atomic_ref<T>(const_cast<T &>(field)).load(std::memory_order_relaxed);
+}
+
+/// Stores into a field that another thread may be reading.
+template <typename T> inline void poke(T &field, T value) {
+    std::atomic_ref<T>(field).store(value, std::memory_order_relaxed);
+}

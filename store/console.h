@@ -1,0 +1,16 @@
+// store/console.h -- reading replies from the terminal. Every prompt is flushed before the
+// read; replies may come several on a line; nothing here ever spins at end of input.
+#pragma once
+
+#include <cstddef>
+
+/// Reads one word, as scanf's "%s" would, into `word` of `size` bytes. What does not fit of an
+/// over-long word is dropped. Returns false at end of input, with `word` left as it was.
+bool read_word(char *word, size_t size);
+
+/// Reads one line with its newline, as fgets would, into `line` of `size` bytes. What does not
+/// fit of an over-long line is dropped. Returns false at end of input, `line` left as it was.
+bool read_line(char *line, size_t size);
+
+/// Drops input up to and including a newline, or to end of input.
+void drop_line();

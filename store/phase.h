@@ -1,0 +1,13 @@
+// store/phase.h -- the one rule for deriving the phases of a partial from its first phase.
+// Pure; used by every importer and every edit.
+#pragma once
+
+#include "store/store.h"
+
+/// The phase, in radians, after `cycles` cycles from phase `before`. The frequency of the left
+/// end alone counts; a negative position is not wrapped.
+float advance_phase(float before, double cycles);
+
+/// Derives the phases of points 1 to n - 1 from that of point 0. The cycles of a segment are a
+/// single-precision product.
+void chain_phases(Breakpoint *points, int32_t n);

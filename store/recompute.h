@@ -1,0 +1,43 @@
+// store/recompute.h -- brings the derived ranges back after an edit. Every operation is one
+// sweep over the globals of the store, once per command, on the window thread.
+#pragma once
+
+#include "store/store.h"
+
+/// Hz at the normalised log position `logfreq` of the range minf to maxf (Hz, above 0).
+float logfreq2freq(float logfreq, float maxf, float minf);
+
+/// Normalised log position of `freq`; the numerator takes the store's minfreq, whatever minf is.
+float freq2logfreq(float freq, float maxf, float minf);
+
+/// sndstart, sndlen, meant, in seconds. A negative earliest time shifts the whole sound so that
+/// it starts at 0. With single-point partials alone meant is 0/0.
+void recompute_times();
+
+/// minfreq, maxfreq (Hz), fspan, logmaxfreq and every peval[i].avgfreq. The minimum ends as a
+/// whole number of Hz, the maximum exact. Empty partials give an avgfreq of NaN.
+void recompute_all_pitch();
+
+/// The same for partial i alone; widens the range, never narrows it.
+void recompute_pitch(int32_t i);
+
+/// Derives the phases of each partial that holds a selected point, from its first phase.
+void recompute_all_phase();
+
+/// Sets the first phase of partial i (radians) and derives the others.
+void recompute_phase(float phase0, int32_t i);
+
+/// The logfreq of every point. Runs after recompute_all_pitch, whose range it needs.
+void recompute_logfreq();
+
+/// Largest and smallest amp of all points, in dB; -10000 and 10000 for an empty store.
+void recompute_amp(float *max, float *min);
+
+/// start, dur and avgfreq of the first n partials, in seconds and Hz.
+void averages(int32_t n, const int32_t *npoints, Breakpoint *const *parray, PartialEval *peval);
+
+/// Clears the two work values of each summary.
+void reset_peval_spares(PartialEval *peval, const int32_t *partials);
+
+/// The full refresh after an edit of many points: amplitudes, times, pitch, phase, logfreq.
+void recompute_everything();

@@ -1,0 +1,48 @@
+// store/slots.h -- who owns what in the store: point arrays hold exactly their partial's
+// points, per-partial arrays keep spare elements. Every command that adds, drops, lengthens
+// or shortens partials goes through here. Window thread only.
+#pragma once
+
+#include "store/store.h"
+
+/// A zero-filled array of n points, owned by the caller; n below 1 gives an empty array.
+Breakpoint *new_points(int32_t n);
+
+/// A copy of n points, owned by the caller.
+Breakpoint *clone_points(const Breakpoint *points, int32_t n);
+
+/// Releases a point array; null is fine.
+void free_points(Breakpoint *points);
+
+/// Allocates npoints with `count` + 100 zero-filled elements, dropping the old array.
+void allocate_counts(int32_t count);
+
+/// Allocates xarray in the same way.
+void allocate_index(int32_t count);
+
+/// Cuts npoints down to exactly `count` elements.
+void trim_counts(int32_t count);
+
+/// Allocates parray with exactly `partials` slots, each a zero-filled array of npoints[i].
+void allocate_points();
+
+/// Changes the length of partial i: keeps the common head, zero-fills what is new, and sets
+/// npoints[i].
+void resize_partial(int32_t i, int32_t n);
+
+/// Makes room for `extra` more partials: parray and npoints grow to partials + extra, the new
+/// slots empty. The count itself is the caller's to raise.
+void grow_slots(int32_t extra);
+
+/// Gives peval room for `partials` records and the spare ones; new records are zero.
+void regrow_peval();
+
+/// Replaces peval by exactly `partials` zero records, none spare.
+void allocate_peval_exactly();
+
+/// Moves slot k + 1 to slot k. What stood in slot k is released; slot k + 1 is left null with
+/// no points, so that nothing is owned twice. Prints the compaction line under `trace`.
+void move_slot_down(int32_t k, bool trace);
+
+/// Releases the whole store and the per-partial arrays.
+void free_store();

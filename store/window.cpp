@@ -1,0 +1,65 @@
+#include "store/window.h"
+
+#include "display/scene.h"
+#include "display/view.h"
+#include "interact/clear.h"
+#include "interact/selection.h"
+#include "live/live.h"
+#include "store/recompute.h"
+#include "store/settings.h"
+#include "store/store.h"
+
+#include <GL/freeglut.h>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+constexpr int title_size = 256; // what does not fit of a long file name is cut
+}
+
+void start_sound() {
+    STOP = 0;
+    method = 0;
+    live_gain = 0.2f;
+    wgen.midi_started = 0;
+}
+
+void open_window() {
+    int argc = 1;
+    char name[32];
+    std::snprintf(name, sizeof name, "%s", app_name);
+    char *argv[] = {name, nullptr};
+    std::fflush(stdout);
+    glutInit(&argc, argv);
+    glutInitDisplayMode(GLUT_DOUBLE | GLUT_ALPHA | GLUT_DEPTH);
+    glutInitWindowPosition(200, 50);
+    glutInitWindowSize(thewidth, theheight);
+    gMainWindow = glutCreateWindow("QuillGrove");
+
+    std::puts("Initializing graphics:");
+    std::printf("        (overlay visuals %s\n\n",
+                glutLayerGet(GLUT_OVERLAY_POSSIBLE) != 0 ? "possible)" : "not possible)");
+    GLint planes = 0;
+    glGetIntegerv(GL_MAX_CLIP_PLANES, &planes);
+    std::printf("max clip planes = %d\n", planes);
+}
+
+void register_callbacks() {
+    initialize();
+    glutReshapeFunc(reshape);
+    glutDisplayFunc(maindisplay);
+    tCallbackReg = 0;
+}
+
+void show_title() {
+    if (parray == nullptr) {
+        return;
+    }
+    deselect_all();
+    reset_peval_spares(peval, &partials);
+    sweepSelect = 0;
+    title = static_cast<char *>(std::calloc(title_size, 1));
+    std::snprintf(title, title_size, "%s: %.243s", app_name, afname);
+    glutSetWindowTitle(title);
+    std::fflush(stdout);
+}
