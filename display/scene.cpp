@@ -1,6 +1,7 @@
 #include "display/scene.h"
 
 #include "display/partial_drawing.h"
+#include "display/text_layer.h"
 #include "live/live.h"
 #include "live/shared.h"
 
@@ -116,6 +117,7 @@ void maindisplay() {
     set_projection();
     set_model_view();
     draw_scene(gCamera);
+    drawGLText(gCamera.viewWidth, gCamera.viewHeight);
     glutSwapBuffers();
 }
 

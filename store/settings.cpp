@@ -14,6 +14,7 @@ const ArchInfo *thisarchinfo = nullptr;
 char *title = nullptr;
 
 float floorAmp = -90.0f;
+float increment = 0.0f;
 int32_t method = 0;
 
 void reset_settings() {
@@ -21,6 +22,7 @@ void reset_settings() {
     dwbg = 0;
     dbp = 0;
     floorAmp = -90.0f;
+    increment = 0.0f;
     method = 0;
     std::memset(afname, 0, sizeof afname);
 }

@@ -31,8 +31,9 @@ extern const ArchInfo *thisarchinfo;
 extern char *title; // the window title, 256 characters on the heap
 
 // Changed by keys.
-extern float floorAmp; // dB, threshold of the compress and expand keys
-extern int32_t method; // the last relative gesture, shown by the text layer
+extern float floorAmp;  // dB, threshold of the compress and expand keys
+extern float increment; // dB, amplitude step of the keys
+extern int32_t method;  // the last relative gesture, shown by the text layer
 
 /// Start values of the settings.
 void reset_settings();

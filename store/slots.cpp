@@ -26,7 +26,9 @@ Breakpoint *new_points(int32_t n) {
 
 Breakpoint *clone_points(const Breakpoint *points, int32_t n) {
     Breakpoint *copy = new_points(n);
-    std::copy_n(points, std::max(n, 0), copy);
+    if (copy != nullptr) {
+        std::copy_n(points, std::max(n, 0), copy);
+    }
     return copy;
 }
 
@@ -86,6 +88,10 @@ void regrow_peval() {
                     (room - peval_room) * sizeof(PartialEval));
     }
     peval_room = room;
+}
+
+void peval_replaced(int32_t count) {
+    peval_room = with_spare(count);
 }
 
 void allocate_peval_exactly() {

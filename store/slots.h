@@ -37,6 +37,9 @@ void grow_slots(int32_t extra);
 /// Gives peval room for `partials` records and the spare ones; new records are zero.
 void regrow_peval();
 
+/// Tells that peval was replaced by an array with room for `count` records and the spare ones.
+void peval_replaced(int32_t count);
+
 /// Replaces peval by exactly `partials` zero records, none spare.
 void allocate_peval_exactly();
 

@@ -3,6 +3,7 @@
 #include "display/scene.h"
 #include "display/view.h"
 #include "interact/clear.h"
+#include "interact/mouse.h"
 #include "interact/selection.h"
 #include "live/live.h"
 #include "store/recompute.h"
@@ -48,6 +49,7 @@ void register_callbacks() {
     initialize();
     glutReshapeFunc(reshape);
     glutDisplayFunc(maindisplay);
+    glutMouseFunc(mouse);
     tCallbackReg = 0;
 }
 

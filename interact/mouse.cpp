@@ -1,0 +1,193 @@
+#include "interact/mouse.h"
+
+#include "display/view.h"
+#include "interact/find.h"
+#include "interact/selection.h"
+#include "interact/unproject.h"
+#include "interact/view_drags.h"
+#include "live/live.h"
+#include "store/misc.h"
+
+#include <GL/freeglut.h>
+#include <cstdint>
+#include <cstdio>
+
+namespace {
+
+constexpr int no_modifier_row = -1; // matches what no other row has matched
+constexpr int modifier_mask = 7;    // shift, ctrl, alt; NumLock and others left aside
+constexpr int buttons = 3;
+
+bool button_down[buttons] = {};
+bool desel = false; // the running sweep deselects
+
+/// One kind of press: the first row whose button, modifiers and guard match decides.
+struct PressRow {
+    int button;
+    int modifiers;
+    bool (*guard)();
+    void (*run)(int x, int y);
+};
+
+bool always() {
+    return true;
+}
+bool in_perspective() {
+    return flat == 0;
+}
+bool in_edit_view() {
+    return flat != 0 && bps != 0;
+}
+
+void drag_view(void (*motion)(int, int)) {
+    glutMotionFunc(motion);
+    selecting = 0;
+}
+
+void press_pan(int, int) {
+    drag_view(mouseTranslate);
+}
+void press_zoom(int, int) {
+    drag_view(mouseScale);
+}
+void press_rotate(int, int) {
+    drag_view(mouseRot);
+}
+
+void press_sweep(int, int) {
+    selecting = 1;
+    glutMotionFunc(testInput);
+}
+
+void press_deselect(int x, int y) {
+    desel = true;
+    press_sweep(x, y);
+}
+
+void press_scale_partials(int, int) {
+    drag_view(partialsScale);
+    std::puts("//");
+}
+
+/// Editing drags and the scrub join here with their own commands.
+void press_unbuilt(int, int) {
+    drag_view(nullptr);
+    dragging = 0;
+    wip();
+}
+
+void press_nothing_found(int, int) {
+    selecting = 0;
+    dragging = 0;
+}
+
+void press_point(int x, int y) {
+    if (foundSubscriptions.count > 0) {
+        press_unbuilt(x, y);
+    } else {
+        press_nothing_found(x, y);
+    }
+}
+
+void press_middle_plain(int, int) {
+    drag_view(nullptr);
+    dragging = 0;
+}
+
+void press_ignored(int, int) {}
+
+const PressRow press_rows[] = {
+    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_SHIFT, always, press_pan},
+    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_CTRL, always, press_zoom},
+    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_ALT, in_perspective, press_rotate},
+    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_ALT, always, press_deselect},
+    {GLUT_LEFT_BUTTON, no_modifier_row, always, press_sweep},
+    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_SHIFT, always, press_unbuilt},
+    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_CTRL, always, press_scale_partials},
+    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_ALT, in_edit_view, press_unbuilt},
+    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_ALT, always, press_ignored},
+    {GLUT_MIDDLE_BUTTON, no_modifier_row, in_edit_view, press_point},
+    {GLUT_MIDDLE_BUTTON, no_modifier_row, always, press_middle_plain},
+};
+
+void press(int button, int modifiers, int x, int y) {
+    if (button == GLUT_LEFT_BUTTON || button == GLUT_MIDDLE_BUTTON) {
+        square[0] = x;
+        square[2] = y;
+    }
+    for (const PressRow &row : press_rows) {
+        const bool modifiers_match = row.modifiers == no_modifier_row || row.modifiers == modifiers;
+        if (row.button == button && modifiers_match && row.guard()) {
+            row.run(x, y);
+            return;
+        }
+    }
+}
+
+/// A sweep without horizontal motion is a click, which also looks for the nearest point.
+void end_sweep() {
+    transformInput();
+    zgen.events = 0;
+    if (desel) {
+        deselectBreakpoints(tfsquare, gCamera);
+        desel = false;
+    } else {
+        findBreakpoints(tfsquare, gCamera);
+    }
+    if (square[1] == square[0] && bps != 0 && flat != 0) {
+        transformInput();
+        findSingleBreakpoint(tfsquare, gCamera);
+    }
+}
+
+void release(int button, int x, int y) {
+    glutMotionFunc(nullptr);
+    dragging = 0;
+    if (button == GLUT_RIGHT_BUTTON) {
+        return;
+    }
+    square[1] = x;
+    square[3] = y;
+    if (button == GLUT_LEFT_BUTTON) {
+        if (selecting == 1) {
+            end_sweep();
+        }
+        glutPostRedisplay();
+    }
+}
+
+/// False for wheel buttons and for a release that follows no press.
+bool note_button(int button, int state) {
+    if (button < 0 || button >= buttons) {
+        return false;
+    }
+    const bool was_down = button_down[button];
+    button_down[button] = state == GLUT_DOWN;
+    return state == GLUT_DOWN || was_down;
+}
+
+} // namespace
+
+void reset_mouse() {
+    for (bool &down : button_down) {
+        down = false;
+    }
+    desel = false;
+}
+
+void mouse(int button, int state, int x, int y) {
+    if (!note_button(button, state)) {
+        return;
+    }
+    ++input_events;
+    const int modifiers = glutGetModifiers() & modifier_mask;
+    if (modifiers == GLUT_ACTIVE_SHIFT || modifiers == GLUT_ACTIVE_CTRL ||
+        (modifiers == GLUT_ACTIVE_ALT && flat == 0)) {
+        selecting = 0;
+    }
+    if (state == GLUT_DOWN) {
+        press(button, modifiers, x, y);
+    } else {
+        release(button, x, y);
+    }
+}
