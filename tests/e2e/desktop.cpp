@@ -30,7 +30,7 @@ void be_server(int number_to) {
     dup2(nothing, STDOUT_FILENO);
     dup2(nothing, STDERR_FILENO);
     execute({"Xvfb", "-displayfd", std::to_string(number_to), "-noreset", "-screen", "0",
-             "1280x1024x24"});
+             "1600x1400x24"});
 }
 
 } // namespace
