@@ -95,7 +95,7 @@ int run_with_mutations(const std::string &text) {
     Random random(static_cast<uint32_t>(text.size()) * 2654435761u + 1u);
     for (int i = 0; i < mutations_per_input; ++i) {
         std::string mutated = text;
-        for (size_t step = below(random, 4) + 1; step > 0; --step) {
+        for (size_t step = below(random, 2) + 1; step > 0; --step) {
             mutate(mutated, random);
         }
         run(mutated);

@@ -4,10 +4,14 @@
 #include "display/view.h"
 #include "interact/selection.h"
 #include "live/live.h"
+#include "store/reading.h"
 #include "store/settings.h"
 #include "tests/support/child.h"
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"
+
+#include <cstdlib>
+#include <unistd.h>
 
 namespace {
 
@@ -238,6 +242,27 @@ TEST_F(CommandLine, TheReplyMinusHPrintsUsageAndLeaves) {
 TEST_F(CommandLine, EndOfInputAtThePromptLeavesTheNameEmpty) {
     EXPECT_EQ(conversation("", [] { apply({}); }), std::string(prompt) + "\n");
     EXPECT_STREQ(afname, "");
+}
+
+TEST_F(CommandLine, AnEmptyReplyFallsThroughToTheDefaultFile) {
+    char folder[] = "/tmp/quillgrove-prompt-XXXXXX";
+    ASSERT_NE(mkdtemp(folder), nullptr);
+    const ChildResult result = in_child("\n", [&] {
+        if (chdir(folder) != 0) {
+            std::exit(9);
+        }
+        apply({});
+        TokenFile file;
+        open_analysis(file);
+    });
+    rmdir(folder);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, std::string(prompt) + "\n"
+                                                "Quillgrove> No valid PTF file specified\n"
+                                                "            Opening default PTF file...\n"
+                                                "Quillgrove> Cannot open file \"partials.pt\"\n"
+                                                "Quillgrove> Exiting...\n"
+                                                "Quillgrove> Please confirm (enter): \n");
 }
 
 TEST_F(CommandLine, BannerUnderTheDebugSwitchTellsTheMachine) {
