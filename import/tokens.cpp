@@ -21,8 +21,8 @@ namespace {
 /// White space as isspace has it in the C locale, wherever the program runs.
 constexpr std::array<bool, 256> make_space_table() {
     std::array<bool, 256> table = {};
-    for (unsigned char c : {' ', '\t', '\n', '\v', '\f', '\r'}) {
-        table[c] = true;
+    for (char c : {' ', '\t', '\n', '\v', '\f', '\r'}) {
+        table[static_cast<unsigned char>(c)] = true;
     }
     return table;
 }
