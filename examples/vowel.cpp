@@ -23,14 +23,14 @@ struct Formant {
 
 const Formant sung_a[] = {{800.0, 0.0, 130.0},
                           {1200.0, -4.0, 150.0},
-                          {2850.0, -16.0, 220.0},
-                          {3600.0, -20.0, 260.0},
-                          {4950.0, -38.0, 300.0}};
+                          {2850.0, -10.0, 220.0},
+                          {3600.0, -14.0, 260.0},
+                          {4950.0, -28.0, 300.0}};
 const Formant sung_o[] = {{430.0, 0.0, 110.0},
                           {780.0, -8.0, 130.0},
-                          {2700.0, -26.0, 220.0},
-                          {3500.0, -28.0, 260.0},
-                          {4800.0, -46.0, 300.0}};
+                          {2700.0, -16.0, 220.0},
+                          {3500.0, -20.0, 260.0},
+                          {4800.0, -34.0, 300.0}};
 
 double mix(double a, double b, double share) {
     return a + (b - a) * share;
@@ -61,7 +61,7 @@ double formant_level(double freq, double t) {
         const double width = mix(sung_a[k].width, sung_o[k].width, share);
         const double level = mix(sung_a[k].level, sung_o[k].level, share);
         const double off = (freq - centre) / width;
-        sum += std::pow(10.0, level / 20.0) / std::sqrt(1.0 + off * off);
+        sum += std::pow(10.0, level / 20.0) / std::pow(1.0 + off * off, 0.7);
     }
     return decibels(sum);
 }
