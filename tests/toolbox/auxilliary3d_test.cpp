@@ -156,6 +156,45 @@ TEST(Bessel, FirstKindOfOrderZeroIsEven) {
     }
 }
 
+/// The two approximations of Numerical Recipes in powers, lowest first.
+double near_zero(double x) {
+    const double above[] = {57568490574.0, -13362590354.0, 651619640.7,
+                            -11214424.18,  77392.33017,    -184.9052456};
+    const double below[] = {57568490411.0, 1029532985.0, 9494680.718,
+                            59272.64853,   267.8532712,  1.0};
+    double p = 0.0;
+    double q = 0.0;
+    for (int k = 5; k >= 0; --k) {
+        p += above[k] * std::pow(x, 2 * k);
+        q += below[k] * std::pow(x, 2 * k);
+    }
+    return p / q;
+}
+
+double far_out(double x) {
+    const double cosine[] = {1.0, -0.1098628627e-2, 0.2734510407e-4, -0.2073370639e-5,
+                             0.2093887211e-6};
+    const double sine[] = {-0.1562499995e-1, 0.1430488765e-3, -0.6911147651e-5, 0.7621095161e-6,
+                           -0.934935152e-7};
+    double p = 0.0;
+    double q = 0.0;
+    for (int k = 4; k >= 0; --k) {
+        p += cosine[k] * std::pow(8.0 / x, 2 * k);
+        q += sine[k] * std::pow(8.0 / x, 2 * k + 1);
+    }
+    const double angle = x - 0.785398164;
+    return std::sqrt(0.636619772 / x) * (std::cos(angle) * p - std::sin(angle) * q);
+}
+
+TEST(Bessel, FirstKindOfOrderZeroByItsCoefficients) {
+    for (double x = 0.0; x < 8.0; x += 0.31) {
+        EXPECT_NEAR(bessj0(x), near_zero(x), 1e-13) << x;
+    }
+    for (double x = 8.0; x < 40.0; x += 0.73) {
+        EXPECT_NEAR(bessj0(x), far_out(x), 1e-14) << x;
+    }
+}
+
 TEST(Bessel, FirstKindSaysSoUnderTheDebugSwitch) {
     reset_settings();
     double quiet = 0.0;
