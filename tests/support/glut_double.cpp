@@ -86,6 +86,15 @@ bool choose(const std::vector<std::string> &path, int button) {
 
 } // namespace gl_double
 
+// The fonts are known by the addresses of these.
+void *glutBitmap9By15;
+void *glutBitmap8By13;
+void *glutBitmapTimesRoman10;
+void *glutBitmapTimesRoman24;
+void *glutBitmapHelvetica10;
+void *glutBitmapHelvetica12;
+void *glutBitmapHelvetica18;
+
 void glutInit(int *argc, char **argv) {
     Recorder &r = recorder();
     r.initialized = true;
