@@ -41,6 +41,7 @@ class TextLayer : public PointerTest {
     static void silence() {
         zgen.playing = 0;
         wgen.select = 0;
+        live_gain = 0.2f;
     }
 };
 
