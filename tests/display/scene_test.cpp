@@ -335,6 +335,8 @@ TEST_F(SceneTest, FrameResetsTheViewportsCorner) {
     glViewport(7, 9, 300, 200);
     frame();
     EXPECT_EQ(recorder().viewport, (std::array<GLint, 4>{0, 0, 300, 200}));
+    EXPECT_NEAR(zero[0], 150.0 - 150.0 * 0.5 / seen, 1e-6);
+    EXPECT_NEAR(zero[1], 100.0 - 100.0 * 0.5 / seen, 1e-6);
 }
 
 TEST_F(SceneTest, FramePostsNoRedisplay) {

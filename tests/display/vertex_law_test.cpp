@@ -94,6 +94,7 @@ TEST_F(VertexLaw, SumsOfTheColourRunInDoublePrecision) {
 
 TEST_F(VertexLaw, RedFadesOut21DecibelsBelowThePeak) {
     expect_contour(-18.0f, 0.06, 0.507, 0.518);
+    expect_contour(-20.0f, 0.02, 0.49833333, 0.51333333);
     expect_contour(-21.0f, 0.0, 0.494, 0.511);
     expect_contour(-24.0f, 0.0, 0.481, 0.504);
 }

@@ -4,6 +4,7 @@
 #include "display/view.h"
 #include "interact/clear.h"
 #include "interact/selection.h"
+#include "store/slots.h"
 #include "tests/support/console.h"
 #include "tests/support/pointer.h"
 
@@ -176,6 +177,7 @@ TEST_F(Sweeps, OnAnEmptyStoreSetSweepSelect) {
 }
 
 TEST_F(Sweeps, BeforeAnyFileSetSweepSelect) {
+    free_store();
     reset_store_globals();
     sweep(everything);
     unsweep(everything);
@@ -444,6 +446,7 @@ TEST_F(Clicks, ThatMissChangeNothing) {
 TEST_F(Clicks, OnAnEmptyStoreFindNothing) {
     fill_store({});
     EXPECT_EQ(click(0.5f, 0.5f), "");
+    free_store();
     reset_store_globals();
     EXPECT_EQ(click(0.5f, 0.5f), "");
     EXPECT_EQ(foundSubscriptions.count, 0);
