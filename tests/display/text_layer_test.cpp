@@ -1,4 +1,5 @@
 // The text over the scene: every line with its words, place, colour and condition.
+#include "display/scene.h"
 #include "display/text_layer.h"
 
 #include "display/text.h"
@@ -437,7 +438,8 @@ TEST_F(TextLayer, ChangesNoState) {
 }
 
 TEST_F(TextLayer, ClosesEachFrame) {
-    frame();
+    gl_double::forget_drawing();
+    maindisplay();
     EXPECT_NE(label_of("Commands:  R_mouse: Menu"), nullptr);
     EXPECT_GT(calls_of("glutSwapBuffers").front(), calls_of("label").back());
 }

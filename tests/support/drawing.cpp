@@ -1,6 +1,7 @@
 #include "tests/support/drawing.h"
 
 #include "display/scene.h"
+#include "display/view.h"
 
 #include <cmath>
 
@@ -18,8 +19,13 @@ void DrawingTest::TearDown() {
 }
 
 const Recorder &frame() {
+    const uint8_t information = gShowInfo;
+    const uint8_t help = gShowHelp;
+    gShowInfo = gShowHelp = 0;
     forget_drawing();
     maindisplay();
+    gShowInfo = information;
+    gShowHelp = help;
     return recorder();
 }
 

@@ -56,6 +56,8 @@ const RankRow rank_table[] = {
     {"store/phase", state},
     {"store/progress", state},
     {"store/console", state},
+    // Thinning the store reallocates it.
+    {"toolbox/sampling", of_store},
     {"toolbox/", state},
     // Clearing of the selections only writes state, and edits end with it.
     {"interact/clear", of_store},
