@@ -32,6 +32,7 @@ class TextLayer : public PointerTest {
     void SetUp() override {
         PointerTest::SetUp();
         silence();
+        gShowInfo = gShowHelp = 1;
         fill_store(small_content());
     }
     void TearDown() override {

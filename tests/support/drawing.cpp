@@ -1,6 +1,7 @@
 #include "tests/support/drawing.h"
 
 #include "display/scene.h"
+#include "display/view.h"
 
 #include <cmath>
 
@@ -9,6 +10,7 @@ using namespace gl_double;
 void DrawingTest::SetUp() {
     reset();
     StoreTest::SetUp();
+    gShowInfo = gShowHelp = 0; // the text over the scene has tests of its own
 }
 
 void DrawingTest::TearDown() {
