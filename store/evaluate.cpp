@@ -1,6 +1,5 @@
 #include "store/evaluate.h"
 
-#include "store/phase.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/slots.h"
@@ -8,7 +7,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -71,7 +69,6 @@ void drop_empty_partial(int32_t k) {
         Breakpoint *kept = clone_points(parray[twice], npoints[twice]);
         for (int32_t m = k; m <= partials - 3; ++m) {
             move_slot_down(m, dbp != 0);
-            recompute_phase(npoints[m] > 0 ? parray[m][0].phase : 0.0f, m);
         }
         parray[twice] = kept;
     }
@@ -131,7 +128,7 @@ void check_import_sanity() {
         }
     }
     for (int32_t k = partials - 1; k >= 0; --k) {
-        if (k < partials && npoints[k] < 1) {
+        if (npoints[k] < 1) {
             drop_empty_partial(k);
         }
     }

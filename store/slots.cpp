@@ -1,5 +1,7 @@
 #include "store/slots.h"
 
+#include "store/phase.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -57,7 +59,7 @@ void allocate_points() {
 }
 
 void resize_partial(int32_t i, int32_t n) {
-    const int32_t before = npoints[i];
+    const int32_t before = std::max(npoints[i], 0); // an import may leave a negative count
     parray[i] =
         static_cast<Breakpoint *>(std::realloc(parray[i], at_least_one(n) * sizeof(Breakpoint)));
     if (n > before) {
@@ -102,6 +104,7 @@ void move_slot_down(int32_t k, bool trace) {
     npoints[k] = npoints[k + 1];
     parray[k] = parray[k + 1];
     parray[k + 1] = nullptr;
+    chain_phases(parray[k], npoints[k]);
 }
 
 void free_store() {
