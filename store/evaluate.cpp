@@ -1,5 +1,6 @@
 #include "store/evaluate.h"
 
+#include "store/phase.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/slots.h"
@@ -69,6 +70,7 @@ void drop_empty_partial(int32_t k) {
         Breakpoint *kept = clone_points(parray[twice], npoints[twice]);
         for (int32_t m = k; m <= partials - 3; ++m) {
             move_slot_down(m, dbp != 0);
+            chain_phases(parray[m], npoints[m]);
         }
         parray[twice] = kept;
     }

@@ -1,7 +1,5 @@
 #include "store/slots.h"
 
-#include "store/phase.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -104,7 +102,6 @@ void move_slot_down(int32_t k, bool trace) {
     npoints[k] = npoints[k + 1];
     parray[k] = parray[k + 1];
     parray[k + 1] = nullptr;
-    chain_phases(parray[k], npoints[k]);
 }
 
 void free_store() {

@@ -40,9 +40,9 @@ void regrow_peval();
 /// Replaces peval by exactly `partials` zero records, none spare.
 void allocate_peval_exactly();
 
-/// Moves slot k + 1 to slot k and derives the moved partial's phases anew from its first one.
-/// What stood in slot k is released; slot k + 1 is left null with its count standing, so that
-/// nothing is owned twice. Prints the compaction line under `trace`.
+/// Moves slot k + 1 to slot k. What stood in slot k is released; slot k + 1 is left null with
+/// its count standing, so that nothing is owned twice. Prints the compaction line under
+/// `trace`. The phases are the caller's: some edits derive them anew, others keep them.
 void move_slot_down(int32_t k, bool trace);
 
 /// Releases the whole store and the per-partial arrays.
