@@ -39,6 +39,16 @@ bool read_line(char *line, size_t size) {
     return true;
 }
 
+void say(const char *text) {
+    const size_t length = std::strlen(text);
+    const char last = length > 0 ? text[length - 1] : ' ';
+    if (last == ' ' || last == '\t' || last == '\n') {
+        std::fputs(text, stdout);
+    } else {
+        std::puts(text);
+    }
+}
+
 void drop_line() {
     std::fflush(stdout);
     int c = std::getchar();

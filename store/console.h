@@ -12,5 +12,9 @@ bool read_word(char *word, size_t size);
 /// fit of an over-long line is dropped. Returns false at end of input, `line` left as it was.
 bool read_line(char *line, size_t size);
 
+/// Prints a text as the console shows it: one that ends in a blank, a tab, ": " or "> " or a
+/// newline as it stands, any other as a line of its own.
+void say(const char *text);
+
 /// Drops input up to and including a newline, or to end of input.
 void drop_line();
