@@ -106,8 +106,9 @@ void build_frame_arrays(FrameArrays &arrays, bool with_dots) {
         pair = connect(pair, first, n);
         first += static_cast<uint32_t>(n);
     }
-    if (points > 0) {
-        const ContourVertex &last = arrays.vertices.back();
+    if (segments > 0) {
+        // Single points behind the last contour have no colour in the frame.
+        const ContourVertex &last = arrays.vertices[arrays.segments.back()];
         r1 = last.red;
         g1 = last.green;
         b1 = last.blue;

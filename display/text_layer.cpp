@@ -121,7 +121,7 @@ void draw_gain_line(int height) {
     }
     char line[line_size] = "";
     glColor3f(0.1f, 0.45f, 0.3f);
-    std::snprintf(line, sizeof line, "%4.1f[dB]\n", amp2db(gain / default_gain));
+    std::snprintf(line, sizeof line, "%4.1f[dB]\n", amp2db(gain / 0.2));
     line_at(height - (gShowMethod == 1 ? 39 : 26), line);
 }
 

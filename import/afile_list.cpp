@@ -92,11 +92,11 @@ void import_partial(TokenFile &file, Breakpoint *points, int32_t n, float *high,
                     float *loudest) {
     for (int32_t j = 0; j < n; ++j) {
         Breakpoint &point = points[j];
-        point.time = static_cast<float>(token_number(read_token(file)));
-        point.freq = in_range(token_number(read_token(file)));
+        point.time = static_cast<float>(read_number(file));
+        point.freq = in_range(read_number(file));
         *high = point.freq > *high ? point.freq : *high;
         *low = point.freq < *low ? point.freq : *low;
-        point.amp = shaped(static_cast<float>(token_number(read_token(file))), j, n);
+        point.amp = shaped(static_cast<float>(read_number(file)), j, n);
         *loudest = point.amp > *loudest ? point.amp : *loudest;
         point.phase = 0.0f;
         if (j > 0) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <charconv>
 #include <climits>
@@ -20,8 +21,8 @@ namespace {
 /// White space as isspace has it in the C locale, wherever the program runs.
 constexpr std::array<bool, 256> make_space_table() {
     std::array<bool, 256> table = {};
-    for (unsigned char c : {' ', '\t', '\n', '\v', '\f', '\r'}) {
-        table[c] = true;
+    for (char c : {' ', '\t', '\n', '\v', '\f', '\r'}) {
+        table[static_cast<unsigned char>(c)] = true;
     }
     return table;
 }
@@ -29,6 +30,82 @@ constexpr std::array<bool, 256> space = make_space_table();
 
 bool is_space(char c) {
     return space[static_cast<unsigned char>(c)];
+}
+
+// Eight bytes of text at a time: a flag is the top bit of its byte, the first byte is the lowest.
+constexpr uint64_t each = 0x0101010101010101u;
+constexpr uint64_t flags = each * 0x80;
+constexpr size_t word_size = sizeof(uint64_t);
+
+uint64_t load_word(const char *text) {
+    uint64_t word;
+    std::memcpy(&word, text, word_size);
+    return std::endian::native == std::endian::big ? __builtin_bswap64(word) : word;
+}
+
+/// Flags the bytes of white space: 32, and 9 to 13.
+uint64_t space_flags(uint64_t word) {
+    const uint64_t low = word & ~flags;
+    const uint64_t other_than_blank = (low ^ each * 32) + ~flags;
+    const uint64_t from_tab = low + each * (128 - 9);
+    const uint64_t above_return = low + each * (128 - 14);
+    return (~other_than_blank | (from_tab & ~above_return)) & ~word & flags;
+}
+
+int64_t count_flags(uint64_t word) {
+    return static_cast<int64_t>(((word >> 7) * each) >> 56);
+}
+
+/// Goes over tokens in whole words of text and leaves the place before a token. Returns how many
+/// it passed: fewer than `count`, and never the last of the file, so that read_token meets both.
+int64_t pass_words(TokenFile &file, int64_t count) {
+    size_t at = file.next;
+    int64_t passed = 0;
+    uint64_t spaces = flags; // a token that ends right here was counted when it was read
+    while (at + word_size <= file.last) {
+        const uint64_t found = space_flags(load_word(file.data + at));
+        const int64_t ends = count_flags(found & ~(found << 8 | spaces >> 56));
+        if (passed + ends >= count) {
+            break;
+        }
+        passed += ends;
+        spaces = found;
+        at += word_size;
+    }
+    while (at > file.next && !is_space(file.data[at - 1])) {
+        --at;
+    }
+    file.next = at;
+    return passed;
+}
+
+/// Where the last token of the text begins; 0 where there is none.
+size_t last_token(const char *text, size_t size) {
+    while (size > 0 && is_space(text[size - 1])) {
+        --size;
+    }
+    while (size > 0 && !is_space(text[size - 1])) {
+        --size;
+    }
+    return size;
+}
+
+/// Where the text goes on behind white space; its size at the end.
+size_t past_space(const TokenFile &file) {
+    size_t at = file.next;
+    while (at < file.size && is_space(file.data[at])) {
+        ++at;
+    }
+    return at;
+}
+
+/// Makes the text from `begin` to `end` the current token.
+void take_token(TokenFile &file, size_t begin, size_t end) {
+    file.next = end;
+    file.token = std::string_view(file.data + begin, end - begin);
+    if (file.progress != nullptr) {
+        file.progress->advance(end);
+    }
 }
 
 /// Reads to the end of `fd`. With the expected size known, one read fills the buffer and a
@@ -41,6 +118,7 @@ bool read_all(TokenFile &file, int fd, size_t expected) {
         const ssize_t got = read(fd, file.data + file.size, room - file.size - 1);
         if (got == 0) {
             file.data[file.size] = '\0';
+            file.last = last_token(file.data, file.size);
             return true;
         }
         if (got < 0 && errno != EINTR) {
@@ -69,6 +147,38 @@ bool plain_number(const char *text, const char *end) {
         return false;
     }
     return end - text < 2 || (text[1] != 'x' && text[1] != 'X');
+}
+
+/// Converts a token of at most 15 digits without an exponent, as analysis programs print them.
+/// Its digits and its power of ten are whole numbers that a double holds, so the one division
+/// rounds as strtod does. Returns the token's end, or null for any other text.
+const char *short_decimal(const char *text, const char *end, double &value) {
+    constexpr std::ptrdiff_t most_digits = 15;
+    constexpr double powers[most_digits + 1] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const bool negative = text != end && *text == '-';
+    text += negative ? 1 : 0;
+    const char *point = nullptr;
+    const char *first = text;
+    uint64_t whole = 0;
+    for (; text != end && !is_space(*text); ++text) {
+        const unsigned digit = static_cast<unsigned char>(*text) - unsigned{'0'};
+        if (digit <= 9) {
+            whole = whole * 10 + digit;
+        } else if (*text == '.' && point == nullptr) {
+            point = text;
+        } else {
+            return nullptr;
+        }
+    }
+    const std::ptrdiff_t digits = text - first - (point != nullptr ? 1 : 0);
+    if (digits < 1 || digits > most_digits) {
+        return nullptr;
+    }
+    const std::ptrdiff_t decimals = point != nullptr ? text - point - 1 : 0;
+    const double size = static_cast<double>(whole) / powers[decimals];
+    value = negative ? -size : size;
+    return text;
 }
 
 } // namespace
@@ -102,6 +212,7 @@ void open_tokens_from_memory(TokenFile &file, const char *text, size_t size) {
     }
     file.data[size] = '\0';
     file.size = size;
+    file.last = last_token(text, size);
 }
 
 void close_tokens(TokenFile &file) {
@@ -116,28 +227,40 @@ void rewind_tokens(TokenFile &file) {
 }
 
 std::string_view read_token(TokenFile &file) {
-    size_t at = file.next;
-    while (at < file.size && is_space(file.data[at])) {
-        ++at;
-    }
-    if (at >= file.size) {
+    const size_t begin = past_space(file);
+    if (begin >= file.size) {
         file.next = file.size;
         file.ended = true;
         return file.token;
     }
-    const size_t begin = at;
+    size_t at = begin;
     while (at < file.size && !is_space(file.data[at])) {
         ++at;
     }
-    file.next = at;
-    file.token = std::string_view(file.data + begin, at - begin);
-    if (file.progress != nullptr) {
-        file.progress->advance(at);
-    }
+    take_token(file, begin, at);
     return file.token;
 }
 
+double read_number(TokenFile &file) {
+    const size_t begin = past_space(file);
+    double value;
+    const char *text = file.data + begin;
+    const char *stop = short_decimal(text, file.data + file.size, value);
+    if (stop == nullptr) {
+        return token_number(read_token(file));
+    }
+    take_token(file, begin, static_cast<size_t>(stop - file.data));
+    return value;
+}
+
 void skip_tokens(TokenFile &file, int64_t count) {
+    constexpr int64_t many = 16; // fewer are not worth the set-up
+    if (count >= many) {
+        count -= pass_words(file, count);
+        if (file.progress != nullptr) {
+            file.progress->look(file.next);
+        }
+    }
     for (int64_t i = 0; i < count && !file.ended; ++i) {
         read_token(file);
     }

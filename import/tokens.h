@@ -14,6 +14,7 @@ class Progress;
 struct TokenFile {
     char *data = nullptr;         // the whole text and a zero byte behind it
     size_t size = 0;              // bytes of text
+    size_t last = 0;              // where the last token of the text begins
     size_t next = 0;              // where the search for the next token starts
     std::string_view token;       // the last token read; empty before the first
     bool ended = false;           // a read met the end of the file
@@ -35,6 +36,9 @@ void rewind_tokens(TokenFile &file);
 
 /// Reads one token; at the end of the file the last one stays.
 std::string_view read_token(TokenFile &file);
+
+/// token_number of the next token, in one walk over it.
+double read_number(TokenFile &file);
 
 /// Reads `count` tokens and keeps the last. Stops at the end of the file.
 void skip_tokens(TokenFile &file, int64_t count);

@@ -28,17 +28,15 @@ bool rest_selected(int32_t i) {
     return true;
 }
 
-/// Moves one slot by one point where its partial goes on that way; true when it has moved.
+/// Moves one slot by one point where its partial goes on that way; true when it has moved. A
+/// place left behind by an edit, past its partial's end, can still come back.
 bool step(int32_t part, int32_t &point, int32_t by) {
     if (part < 0 || part >= partials) {
         return false;
     }
-    const int32_t to = point + by;
-    if (to < 0 || to > npoints[part] - 1) {
-        return false;
-    }
-    point = to;
-    return true;
+    const bool room = by < 0 ? point > 0 : point < npoints[part] - 1;
+    point += room ? by : 0;
+    return room;
 }
 
 void merge_equal_slots(FoundPoints &queue) {

@@ -3,6 +3,7 @@
 #include "interact/selection.h"
 #include "store/store.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <utility>
@@ -14,37 +15,77 @@ namespace {
 struct SearchBox {
     float t_low, t_high;
     float f_low, f_high;
-    bool logarithmic;
+    float Breakpoint::*position; // what counts as a point's frequency
 
     explicit SearchBox(const float *corners)
         : t_low(sndstart + (sndlen - sndstart) * corners[0]),
           t_high(sndstart + (sndlen - sndstart) * corners[1]), f_low(maxfreq * corners[2]),
-          f_high(maxfreq * corners[3]), logarithmic(logpos != 0) {
+          f_high(maxfreq * corners[3]),
+          position(logpos != 0 ? &Breakpoint::logfreq : &Breakpoint::freq) {
         if (t_low > t_high) {
             std::swap(t_low, t_high);
         }
         if (f_low > f_high) {
             std::swap(f_low, f_high);
         }
-        if (logarithmic) {
+        if (logpos != 0) {
             f_low /= maxfreq;
             f_high /= maxfreq;
         }
     }
 
     bool holds(const Breakpoint &point) const {
-        const float f = logarithmic ? point.logfreq : point.freq;
-        return point.time >= t_low && point.time <= t_high && f >= f_low && f <= f_high;
+        const float f = point.*position;
+        return (point.time >= t_low) & (point.time <= t_high) & (f >= f_low) & (f <= f_high);
     }
 };
 
-bool has_selected_point(int32_t i) {
-    for (int32_t j = 0; j < npoints[i]; ++j) {
-        if (parray[i][j].selected == 1) {
-            return true;
+/// A stretch of a partial, short enough to stay in the first cache between two looks at it.
+constexpr int32_t stretch = 256;
+
+/// The points inside the box, of the first n (at most `stretch`) from `points` on: how many, and
+/// their places in `hits`. Without a branch on the outcome, which in dense data would be guessed
+/// wrong half of the time and cost more than the search.
+int32_t find_hits(const SearchBox &wanted, const Breakpoint *points, int32_t n, int32_t *hits) {
+    const SearchBox box = wanted;
+    int32_t count = 0;
+    for (int32_t j = 0; j < n; ++j) {
+        hits[count] = j;
+        count += box.holds(points[j]) ? 1 : 0;
+    }
+    return count;
+}
+
+/// Selects what of one partial lies in the box; true when anything does.
+bool select_hits(const SearchBox &box, Breakpoint *points, int32_t n) {
+    int32_t hits[stretch];
+    bool any = false;
+    for (int32_t from = 0; from < n; from += stretch) {
+        const int32_t count = find_hits(box, points + from, std::min(stretch, n - from), hits);
+        for (int32_t k = 0; k < count; ++k) {
+            points[from + hits[k]].selected = 1;
+        }
+        any = any || count > 0;
+    }
+    return any;
+}
+
+/// Deselects what of one partial lies in the box; true when a selected point remains.
+bool deselect_hits(const SearchBox &box, Breakpoint *points, int32_t n) {
+    int32_t hits[stretch];
+    bool remains = false;
+    for (int32_t from = 0; from < n; from += stretch) {
+        const int32_t length = std::min(stretch, n - from);
+        const int32_t count = find_hits(box, points + from, length, hits);
+        for (int32_t k = 0; k < count; ++k) {
+            uint16_t &flag = points[from + hits[k]].selected;
+            flag = flag == 1 ? 0 : flag;
+        }
+        for (int32_t j = 0; !remains && j < length; ++j) {
+            remains = points[from + j].selected == 1;
         }
     }
-    return false;
+    return remains;
 }
 
 /// The place in a partial of the point nearest to t in time, -1 when none is near enough.
@@ -108,16 +149,7 @@ void findBreakpoints(const float *corners, const CameraRecord &) {
     const SearchBox box(corners);
     bool hit = false;
     for (int32_t i = 0; i < partials; ++i) {
-        Breakpoint *points = parray[i];
-        const int32_t n = npoints[i];
-        bool hit_here = false;
-        for (int32_t j = 0; j < n; ++j) {
-            if (box.holds(points[j])) {
-                points[j].selected = 1;
-                hit_here = true;
-            }
-        }
-        if (hit_here) {
+        if (select_hits(box, parray[i], npoints[i])) {
             peval[i].selected = 1;
             hit = true;
         }
@@ -132,14 +164,7 @@ void deselectBreakpoints(const float *corners, const CameraRecord &) {
     const SearchBox box(corners);
     bool marked = false;
     for (int32_t i = 0; i < partials; ++i) {
-        Breakpoint *points = parray[i];
-        const int32_t n = npoints[i];
-        for (int32_t j = 0; j < n; ++j) {
-            if (points[j].selected == 1 && box.holds(points[j])) {
-                points[j].selected = 0;
-            }
-        }
-        if (peval[i].selected == 1 && !has_selected_point(i)) {
+        if (!deselect_hits(box, parray[i], npoints[i])) {
             peval[i].selected = 0;
         }
         marked = marked || peval[i].selected == 1;

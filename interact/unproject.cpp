@@ -37,7 +37,7 @@ float near_to_scene() {
 }
 
 void point_at(const ScenePoint &at, const ScenePoint &origin) {
-    tuplet[0] = static_cast<float>(at.x - origin.x) * near_to_scene() / scal[0];
+    tuplet[0] = static_cast<float>((at.x - origin.x) * near_to_scene() / scal[0]);
     // A form that suited a focal length of 1: it puts the mark far above the box.
     tuplet[1] = static_cast<float>((1.0 - (at.y - origin.y)) * near_to_scene() / scal[1]);
     tuplet[2] = 0.0f;

@@ -1,0 +1,29 @@
+// examples/material.h -- the sounds that the generator writes, as partials of points. The
+// generator stands alone: it shares no code with the program that reads its files.
+#pragma once
+
+#include <cstdio>
+#include <vector>
+
+struct Point {
+    double time;  // seconds
+    double freq;  // Hz
+    double level; // dB, 0 is full scale
+};
+using Partial = std::vector<Point>;
+using Sound = std::vector<Partial>;
+
+constexpr double hop = 0.01; // seconds between two points of a partial
+
+/// Writes the sound as a Lisp partials list, leaving out partials of fewer than two points.
+void write_list(FILE *file, const Sound &sound);
+
+/// Writes a list of `partials` partials with `points` points each, in the digits that analysis
+/// programs print: material to measure with, too large to keep in memory.
+void write_large_list(FILE *file, int partials, int points);
+
+Sound bell();
+Sound glissando();
+Sound melody();
+Sound tones();
+Sound vowel();

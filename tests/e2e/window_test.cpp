@@ -1,0 +1,54 @@
+#include "tests/e2e/window_test.h"
+
+#include "tests/e2e/expected.h"
+
+#include <filesystem>
+
+WindowTest::WindowTest() : screen(desktop.display()) {}
+
+void WindowTest::SetUp() {
+    ASSERT_FALSE(desktop.display().empty()) << "Xvfb did not start";
+}
+
+void WindowTest::TearDown() {
+    if (!HasFailure() || picture.width == 0) {
+        return;
+    }
+    std::filesystem::create_directories(PICTURES_DIR);
+    const testing::TestInfo *info = testing::UnitTest::GetInstance()->current_test_info();
+    const std::string path =
+        std::string(PICTURES_DIR "/") + info->test_suite_name() + "." + info->name() + ".ppm";
+    picture.save(path);
+    std::printf("the last picture: %s\n", path.c_str());
+}
+
+void WindowTest::show(const std::string &options) {
+    folder.write("tones.pt", tones_file());
+    std::vector<std::string> arguments = {"tones.pt"};
+    if (!options.empty()) {
+        arguments.push_back(options);
+    }
+    start(arguments, "tones.pt");
+}
+
+void WindowTest::start(const std::vector<std::string> &arguments, const std::string &title_name) {
+    program = std::make_unique<Program>(Launch{arguments, folder.path(), desktop.display(), true});
+    ASSERT_TRUE(program->expect("max clip planes = ")) << program->output();
+    window = screen.find("Quillgrove: " + title_name);
+    ASSERT_NE(window, 0u) << program->output();
+    hands = std::make_unique<Hands>(screen, desktop.display(), window);
+    look();
+}
+
+void WindowTest::look() {
+    picture = screen.settled(window);
+    ASSERT_FALSE(picture.blank());
+}
+
+Spot WindowTest::spot(double x, double y, double z) const {
+    return BoxView(picture.width, picture.height).spot(x, y, z);
+}
+
+Rgb WindowTest::pixel(double x, double y, double z) const {
+    return picture.at(spot(x, y, z));
+}
