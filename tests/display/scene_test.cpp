@@ -52,6 +52,7 @@ int point_size_after(int width, int height, float at_zoom) {
 } // namespace
 
 TEST_F(SceneTest, ViewStartValues) {
+    reset_view();
     EXPECT_EQ(flat, 0);
     EXPECT_EQ(clo, 0);
     EXPECT_EQ(bps, 0);
@@ -316,7 +317,7 @@ TEST_F(SceneTest, OuterOrderOfAFrame) {
     const size_t last_drawn = std::max(calls_of("primitive").back(), calls_of("label").back());
     const auto viewports = calls_of("glViewport");
     const auto queries = calls_of("glGetDoublev");
-    ASSERT_EQ(viewports.size(), 3u); // the frame's own, the text layer's, and back
+    ASSERT_EQ(viewports.size(), 3u); // two more by the text layer: its own, and back
     ASSERT_GE(queries.size(), 2u);
     EXPECT_LT(frustum, look);
     EXPECT_LT(look, clears.front());

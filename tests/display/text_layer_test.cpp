@@ -1,5 +1,4 @@
 // The text over the scene: every line with its words, place, colour and condition.
-#include "display/scene.h"
 #include "display/text_layer.h"
 
 #include "display/text.h"
@@ -33,6 +32,7 @@ class TextLayer : public PointerTest {
     void SetUp() override {
         PointerTest::SetUp();
         silence();
+        gShowInfo = gShowHelp = 1;
         fill_store(small_content());
     }
     void TearDown() override {
@@ -438,8 +438,7 @@ TEST_F(TextLayer, ChangesNoState) {
 }
 
 TEST_F(TextLayer, ClosesEachFrame) {
-    gl_double::forget_drawing();
-    maindisplay();
+    frame();
     EXPECT_NE(label_of("Commands:  R_mouse: Menu"), nullptr);
     EXPECT_GT(calls_of("glutSwapBuffers").front(), calls_of("label").back());
 }

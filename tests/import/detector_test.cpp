@@ -130,6 +130,10 @@ TEST(Detector, NoOpeningOfTheFramesEndsWithTheFile) {
                 "SDIF\nSDIF\n1NVT\nSinusoidalTracks;\n");
 }
 
+TEST(Detector, ATableNameReadAgainAtTheEndOpensNoFrames) {
+    expect_type("SDIF 1NVT { TableName SDFC", unknown_text, "SDIF\nSDIF\n1NVT\nSDFC\n");
+}
+
 TEST(Detector, AnyOtherFirstWordIsEchoed) {
     expect_type("hello world", unknown_text, "hello\n");
 }

@@ -293,7 +293,8 @@ TEST_F(ListBadInput, ZeroBytesInWords) {
 }
 
 TEST_F(ListBadInput, AZeroByteEndsAWordAsItEndsAString) {
-    const std::string text("( PARTIALS\0x 1 ( POINTS\0y 2 0 44\0000 -30 1 440 -30 )\0z )\0", 57);
+    const char bytes[] = "( PARTIALS\0x 1 ( POINTS\0y 2 0 44\0000 -30 1 440 -30 )\0z )\0";
+    const std::string text(bytes, sizeof bytes - 1);
     const ChildResult result = start_on(text, "");
     EXPECT_EQ(result.status, 0) << result.out;
     EXPECT_EQ(dump_of(result), "[0][0]\t 0.000000\t44.000000\t-48.000000\n"

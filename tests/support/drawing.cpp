@@ -10,6 +10,7 @@ using namespace gl_double;
 void DrawingTest::SetUp() {
     reset();
     StoreTest::SetUp();
+    gShowInfo = gShowHelp = 0; // the text over the scene has tests of its own
 }
 
 void DrawingTest::TearDown() {
@@ -19,13 +20,8 @@ void DrawingTest::TearDown() {
 }
 
 const Recorder &frame() {
-    const uint8_t information = gShowInfo;
-    const uint8_t help = gShowHelp;
-    gShowInfo = gShowHelp = 0;
     forget_drawing();
     maindisplay();
-    gShowInfo = information;
-    gShowHelp = help;
     return recorder();
 }
 

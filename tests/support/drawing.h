@@ -20,7 +20,7 @@ class DrawingTest : public StoreTest {
     void TearDown() override;
 };
 
-/// Draws one whole frame without information and help lines, forgetting earlier ones.
+/// Draws one whole frame, forgetting earlier ones.
 const gl_double::Recorder &frame();
 
 /// All lines of GL_LINES primitives, in order.
