@@ -1,5 +1,6 @@
 #include "interact/command.h"
 
+#include "edit/extend.h"
 #include "edit/join.h"
 #include "edit/merge.h"
 #include "edit/remove.h"
