@@ -87,6 +87,25 @@ TEST_F(LevelShift, TheRampKeepsSinglePrecision) {
     EXPECT_TRUE(differs);
 }
 
+TEST_F(LevelShift, TheFadeOutMultipliesBeforeItDivides) {
+    bool order_matters = false;
+    for (int32_t span = 1; span < 40; ++span) {
+        fill_store({even_partial(static_cast<size_t>(span) + 1, 0.0f, 100.0f, 0.0f)});
+        for (int32_t j = 0; j <= span; ++j) {
+            parray[0][j].amp = 0.0f;
+        }
+        flag(0, 0, span);
+        fade(0);
+        for (int32_t j = 0; j <= span; ++j) {
+            const float whole = static_cast<float>(j * -96) / static_cast<float>(span);
+            const float place = static_cast<float>(j) / static_cast<float>(span);
+            EXPECT_EQ(parray[0][j].amp, whole) << j << " of " << span;
+            order_matters = order_matters || whole != place * -96.0f;
+        }
+    }
+    EXPECT_TRUE(order_matters);
+}
+
 TEST_F(LevelShift, TwoRunsOfAPartialFadeEachFromTheirOwnFirstPoint) {
     fill_store({{{0.0f, 100.0f, -1.0f},
                  {0.1f, 100.0f, -1.0f},

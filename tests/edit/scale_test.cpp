@@ -215,6 +215,23 @@ TEST_F(ScaleTime, MatchesItsWalkOnEveryPoint) {
     }
 }
 
+TEST_F(ScaleTime, TheMoveOfAFirstPointIsADifferenceOfTwoDistances) {
+    bool order_matters = false;
+    for (int32_t k = 1; k < 60; ++k) {
+        const float first = 0.3f + 0.17f * static_cast<float>(k);
+        fill_store({times_of({0.3f, 0.4f}), times_of({first, first + 0.5f})});
+        flag(0, 0, 0);
+        flag(1, 0, 0);
+        scale(1.37f, 1.0f, 1.0f);
+        const float distance = first - 0.3f;
+        const float stretched = distance * 1.37f;
+        const float d = stretched - distance;
+        EXPECT_EQ(parray[1][0].time, first + d) << k;
+        order_matters = order_matters || first + d != first + distance * (1.37f - 1.0f);
+    }
+    EXPECT_TRUE(order_matters);
+}
+
 TEST_F(ScaleTime, FlagsStayAndScratchEndsCleared) {
     fill_with_runs();
     mark_scratch();
@@ -358,6 +375,35 @@ TEST_F(ScalePitch, MatchesItsWalkOnEveryPoint) {
         scale(1.0f, exponent, 1.0f);
         expect_points(expected, 2);
     }
+}
+
+TEST_F(ScalePitch, TheMeanDividesAndAddsInDoublePrecision) {
+    // To the power of 0 every point comes to lie on the mean itself.
+    bool width_matters = false;
+    for (int32_t k = 0; k < 60; ++k) {
+        const float base = 77.7f + 3.3f * static_cast<float>(k);
+        const std::vector<float> freqs = {base, base * 1.31f, base * 0.77f, 50.0f, 60.0f};
+        fill_store({partial_of(freqs, {0, 0, 0, 0, 0})});
+        flag(0, 0, 2);
+        scale(1.0f, 0.0f, 1.0f);
+        float sum = 0.0f;
+        float narrow = 0.0f;
+        for (size_t j = 0; j < 3; ++j) {
+            sum = static_cast<float>(static_cast<double>(sum) + 1.0 / freqs[j]);
+            narrow += 1.0f / freqs[j];
+        }
+        EXPECT_EQ(parray[0][0].freq, 3.0f / sum) << k;
+        EXPECT_EQ(parray[0][2].freq, 3.0f / sum) << k;
+        width_matters = width_matters || sum != narrow;
+    }
+    EXPECT_TRUE(width_matters);
+}
+
+TEST_F(ScalePitch, AFrequencyTooSmallToInvertFollowsTheArithmetic) {
+    fill_store({partial_of({1e-45f, 1e-45f, 100.0f}, {0, 0, 0})});
+    flag(0, 0, 0);
+    scale(1.0f, 2.0f, 1.0f);
+    EXPECT_TRUE(std::isnan(parray[0][0].freq)); // around a mean of 1 / infinity
 }
 
 TEST_F(ScalePitch, ZeroFrequenciesAndUnnumberedExponentsFollowTheArithmetic) {
