@@ -1,9 +1,14 @@
 #include "interact/command.h"
 
 #include "edit/envelope_probe.h"
+#include "edit/mirror.h"
+#include "edit/retro.h"
+#include "edit/scale.h"
+#include "edit/shifts.h"
 #include "store/console.h"
 #include "store/misc.h"
 #include "store/recompute.h"
+#include "toolbox/auxmath3d.h"
 
 #include <GL/freeglut.h>
 #include <cstdio>
@@ -14,13 +19,13 @@ namespace {
 
 bool fade_in(int) {
     std::puts("QuillGrove > Fade In");
-    wip();
+    fade(1);
     return true;
 }
 
 bool fade_out(int) {
     std::puts("Quillgrove > Fade Out");
-    wip();
+    fade(0);
     return true;
 }
 
@@ -29,7 +34,7 @@ bool gain_shift(int) {
     if (!read_parameter(word, "Quillgrove > Enter gain shift (dB):\n             ")) {
         return false;
     }
-    wip();
+    gain(static_cast<float>(std::atof(word)));
     return true;
 }
 
@@ -49,7 +54,12 @@ bool pitch_shift(int) {
         std::puts("Command cancelled");
         return false;
     }
-    wip();
+    const float ratio = string2ratio(word);
+    if (varying) {
+        va_pitch(ratio);
+    } else {
+        pitch(ratio);
+    }
     return true;
 }
 
@@ -58,7 +68,7 @@ bool time_shift(int) {
     if (!read_parameter(word, "Quillgrove > Enter time shift value:\n             ")) {
         return false;
     }
-    wip();
+    timesh(static_cast<float>(std::atof(word)));
     return true;
 }
 
@@ -71,12 +81,11 @@ bool scale(int) {
     const float stretch = static_cast<float>(std::atof(word));
     float exponent = 0.0f;
     float compand = 0.0f;
-    std::fflush(stdout);
-    if (std::scanf("%f", &exponent) != 1 || std::scanf("%f", &compand) != 1) {
+    if (!read_float(exponent) || !read_float(compand)) {
         return false;
     }
     std::printf("%f\t%f\t%f\n", stretch, exponent, compand);
-    wip();
+    newscale(stretch, exponent, compand);
     return true;
 }
 
@@ -87,11 +96,15 @@ bool mirror(int) {
     if (!read_parameter(word, " 0 ->cancel\n             ")) {
         return false;
     }
-    if (std::atof(word) == 0.0) {
+    const float value = static_cast<float>(std::atof(word));
+    if (value > 0.0f) {
+        mirror3d(value);
+    } else if (value < 0.0f) {
+        mirror_pitch(-value);
+    } else {
         std::puts("Command cancelled");
         return false;
     }
-    wip();
     return true;
 }
 
@@ -102,7 +115,11 @@ bool retrograde(int) {
     if (!read_parameter(word, "* = selected group reversal\n\t")) {
         return false;
     }
-    wip();
+    if (std::strcmp(word, "@") == 0) {
+        retro();
+    } else if (std::strcmp(word, "*") == 0) {
+        reverse();
+    }
     return true;
 }
 
