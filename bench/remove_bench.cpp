@@ -71,7 +71,7 @@ double checksum() {
     double sum = partials;
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; j < npoints[i]; ++j) {
-            sum += parray[i][j].freq * (i + 1) + parray[i][j].phase;
+            sum += double{parray[i][j].freq} * (i + 1) + parray[i][j].phase;
         }
     }
     return sum;
