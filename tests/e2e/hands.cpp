@@ -5,7 +5,7 @@
 namespace {
 
 constexpr const char *menu_name = "freeglut menu";
-constexpr const char *rest = ".03"; // seconds between the steps of a gesture
+constexpr const char *rest = ".01"; // seconds between the steps of a gesture
 constexpr int row_height = 25;      // pixels
 constexpr int menu_border = 2;      // pixels
 constexpr int row_middle = 12;      // pixels from the top of a row
@@ -29,6 +29,12 @@ void hold(std::vector<std::string> &words, const std::vector<std::string> &modif
 
 std::vector<std::string> move_words(int x, int y) {
     return {"mousemove", std::to_string(x), std::to_string(y), "sleep", rest};
+}
+
+/// Where a drag is after so many of its steps.
+Spot step_of(Spot from, Spot to, int step) {
+    return {from.x + (to.x - from.x) * step / drag_steps,
+            from.y + (to.y - from.y) * step / drag_steps};
 }
 
 } // namespace
@@ -63,17 +69,29 @@ bool Hands::click(Button button, Spot at, const Words &modifiers) const {
 }
 
 bool Hands::drag(Button button, Spot from, Spot to, const Words &modifiers) const {
+    return press(button, from, to, modifiers) && let_go(button, modifiers);
+}
+
+bool Hands::press(Button button, Spot from, Spot to, const Words &modifiers) const {
     const Frame place = screen.frame(window);
     Words words;
     hold(words, modifiers, "keydown");
     add(words, {"mousedown", number_of(button), "sleep", rest});
     for (int step = 1; step <= drag_steps; ++step) {
-        add(words, move_words(place.x + from.x + (to.x - from.x) * step / drag_steps,
-                              place.y + from.y + (to.y - from.y) * step / drag_steps));
+        const Spot at = step_of(from, to, step);
+        add(words, move_words(place.x + at.x, place.y + at.y));
     }
-    add(words, {"mouseup", number_of(button), "sleep", rest});
-    hold(words, modifiers, "keyup");
     return move(from) && act(words);
+}
+
+bool Hands::let_go(Button button, const Words &modifiers) const {
+    Words words = {"mouseup", number_of(button), "sleep", rest};
+    hold(words, modifiers, "keyup");
+    return act(words);
+}
+
+Spot Hands::first_step(Spot from, Spot to) {
+    return step_of(from, to, 1);
 }
 
 bool Hands::key(const std::string &name, Spot at) const {

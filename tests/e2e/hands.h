@@ -24,6 +24,14 @@ class Hands {
     bool drag(Button button, Spot from, Spot to,
               const std::vector<std::string> &modifiers = {}) const;
 
+    /// The two halves of a drag: up to the place where the button is still down, and its release.
+    bool press(Button button, Spot from, Spot to,
+               const std::vector<std::string> &modifiers = {}) const;
+    bool let_go(Button button, const std::vector<std::string> &modifiers = {}) const;
+
+    /// The step at which a drag arrives first: a view drag takes only what comes after it.
+    static Spot first_step(Spot from, Spot to);
+
     /// One stroke of a key, as xdotool names it: "a", "ctrl+l", "shift+alt+Left".
     bool key(const std::string &name, Spot at) const;
 
