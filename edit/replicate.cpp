@@ -48,7 +48,7 @@ uint16_t whole_position(float logfreq) {
     if (!(logfreq >= 1.0f)) {
         return 0;
     }
-    return logfreq < 65536.0f ? static_cast<uint16_t>(logfreq) : UINT16_MAX;
+    return logfreq < 65536.0f ? static_cast<uint16_t>(logfreq) : uint16_t{UINT16_MAX};
 }
 
 /// The unit switch takes the log position, a slip that nothing but the unit test notices.

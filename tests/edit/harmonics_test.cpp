@@ -266,7 +266,7 @@ TEST_F(Harmonics, PrimesPrintTheirFactors) {
                   "ffac[0] = 1.000000\nffac[1] = 3.000000\nffac[2] = 5.000000\n"
                   "ffac[3] = 7.000000\nffac[4] = 11.000000\n"
                   "AFAC[0] = 0.025064\nAFAC[1] = 0.097588\nAFAC[2] = 0.100000\n"
-                  "AFAC[3] = 0.041823\nAFAC[4] = 0.002278\n\n" +
+                  "AFAC[3] = 0.041823\nAFAC[4] = 0.002279\n\n" +
                   making(old_counts, source_counts, {0.1f, 0.041823f}));
 }
 

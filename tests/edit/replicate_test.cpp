@@ -224,7 +224,7 @@ TEST_F(Replicate, WithoutCandidatesTheFlatViewLosesItsSelection) {
     flat = 1;
     Points want = all_points();
     EXPECT_EQ(printed([] { replicate_selections("0.1"); }),
-              "sndlen = 0.700000\nPaste replica @: 0.100000 secs.\n0 source candidates\n");
+              "sndlen = 0.600000\nPaste replica @: 0.100000 secs.\n0 source candidates\n");
     unflag(want);
     expect_points(want);
     EXPECT_EQ(selected, 1);
