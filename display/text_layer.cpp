@@ -62,7 +62,7 @@ void describe_found(char *text, size_t size) {
 }
 
 void draw_view_line(int y) {
-    char line[2 * line_size] = ""; // holds the other text whole
+    char line[line_size] = "";
     char found_text[line_size] = "";
     const char *projection = flat != 0 ? "flat" : "perspective";
     const char *logarithmic = logpos != 0 ? "-log. frequency" : "";
