@@ -62,7 +62,7 @@ void describe_found(char *text, size_t size) {
 }
 
 void draw_view_line(int y) {
-    char line[line_size] = "";
+    char line[2 * line_size] = ""; // the found points are a line's length by themselves
     char found_text[line_size] = "";
     const char *projection = flat != 0 ? "flat" : "perspective";
     const char *logarithmic = logpos != 0 ? "-log. frequency" : "";
