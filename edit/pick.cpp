@@ -39,22 +39,34 @@ void pick_partial(int32_t i) {
     tell_selection();
 }
 
-/// An operator or a lower bound, then a number: the range of times that they ask for, out of
-/// the widest one.
-Bounds read_bounds(Bounds widest) {
+/// An operator or a lower bound, then a number: narrows the widest range of times to the one
+/// that they ask for. False when the input ends before both are there.
+bool read_bounds(Bounds &bounds) {
     char word[word_size] = "";
-    read_word(word, sizeof word);
+    if (!read_word(word, sizeof word)) {
+        return false;
+    }
+    const Bounds widest = bounds;
     const bool below = same(word, "<");
     const bool above = same(word, ">");
-    Bounds asked = widest;
     if (!below && !above) {
-        asked.low = static_cast<float>(std::atof(word));
+        bounds.low = static_cast<float>(std::atof(word));
     }
-    read_float(asked.high);
+    if (!read_float(bounds.high) && std::feof(stdin)) {
+        return false;
+    }
     if (above) {
-        return {asked.high, widest.high};
+        bounds = {bounds.high, widest.high};
     }
-    return asked;
+    return true;
+}
+
+/// Reads the bounds and picks by them; does nothing when the input ends.
+void pick_by_times(Bounds widest, void (*pick_between)(float, float)) {
+    Bounds bounds = widest;
+    if (read_bounds(bounds)) {
+        pick_between(bounds.low, bounds.high);
+    }
 }
 
 void read_size() {
@@ -99,11 +111,9 @@ void pick() {
     } else if (same(word, "size")) {
         read_size();
     } else if (same(word, "start")) {
-        const Bounds bounds = read_bounds({0.0f, sndlen});
-        pick_by_startTime(bounds.low, bounds.high);
+        pick_by_times({0.0f, sndlen}, pick_by_startTime);
     } else if (same(word, "endt")) {
-        const Bounds bounds = read_bounds({sndstart, sndstart + sndlen});
-        pick_by_endTime(bounds.low, bounds.high);
+        pick_by_times({sndstart, sndstart + sndlen}, pick_by_endTime);
     } else if (same(word, "bad") || same(word, "amp") || same(word, "harm")) {
         wip();
     } else if (same(word, "odd")) {

@@ -145,8 +145,10 @@ bool arbitrary(int) {
     constexpr size_t line_size = 100;
     char line[line_size] = "";
     say("Enter: <freq_mult1> <freq_mult2> ...[c|r|q|e|b]\n\t");
+    std::fflush(stdout);
     do {
-        if (!read_line(line, sizeof line)) {
+        // What does not fit of a line stays for the next reader.
+        if (std::fgets(line, sizeof line, stdin) == nullptr) {
             return false;
         }
     } while (std::strcmp(line, "\n") == 0);

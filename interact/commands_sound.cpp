@@ -38,12 +38,16 @@ const SynthRow selected_rows[] = {
     {-1, "", 88, "Synthesize AIFF audio file from select partials: ", true},
 };
 
-/// Asks for the sound file's name; an empty reply takes the analysis file's.
+/// Asks for the sound file's name; an empty reply takes the analysis file's. False when it is
+/// cancelled or the input ends.
 bool read_sound_name(char *name, size_t size, bool can_cancel) {
     say("Enter the audio file name (no extension): ");
     get_path(name, 1);
     if (can_cancel && std::strcmp(name, "-c") == 0) {
         std::puts("Command cancelled");
+        return false;
+    }
+    if (name[0] == '\0' && std::feof(stdin)) {
         return false;
     }
     if (name[0] == '\0') {

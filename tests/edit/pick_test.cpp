@@ -155,7 +155,7 @@ TEST_F(Pick, StartBoundsMayTouchTheEndsOfTheRange) {
 TEST_F(Pick, StartTakesWordsForZeroAndKeepsTheEndWithoutANumber) {
     EXPECT_EQ(dialogue("start abc 2\n"), prompt + "Pick by: 0.000000 < start < 2.000000\n");
     EXPECT_EQ(dialogue("start 1 x\n"), prompt + "Pick by: 1.000000 < start < 4.000000\n");
-    EXPECT_EQ(dialogue("start >"), prompt + "Pick by: 4.000000 < start < 4.000000\n");
+    EXPECT_EQ(dialogue("start > x\n"), prompt + "Pick by: 4.000000 < start < 4.000000\n");
 }
 
 TEST_F(Pick, StartIsBoundedByZeroAndTheEndTimeAlone) {
@@ -222,6 +222,14 @@ TEST_F(Pick, AddsToTheSelection) {
 TEST_F(Pick, CriteriaWithoutABody) {
     for (const char *word : {"bad\n", "amp\n", "harm\n"}) {
         EXPECT_EQ(dialogue(word), prompt + "Not implemented yet...\n");
+    }
+    expect_nothing_picked();
+}
+
+TEST_F(Pick, EndOfInputInsideTheBoundsPicksNothing) {
+    for (const char *reply : {"start", "start ", "start <", "start >", "start 0.5\n", "start 0.5 -",
+                              "endt", "endt <\n", "endt 0.5"}) {
+        EXPECT_EQ(dialogue(reply), prompt) << reply;
     }
     expect_nothing_picked();
 }
