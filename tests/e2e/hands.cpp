@@ -84,36 +84,63 @@ size_t Hands::menus_on_view() const {
     return screen.windows(menu_name).size();
 }
 
-bool Hands::choose(const std::vector<int> &rows, Spot at, const Words &modifiers) const {
-    if (!click(Button::right, at)) {
-        return false;
-    }
-    const Frame place = screen.frame(window);
-    Frame menu = {place.x + at.x, place.y + at.y, 0, 0};
-    for (size_t level = 0; level < rows.size(); ++level) {
-        if (!wait_until(menu_timeout, [&] { return menus_on_view() > level; })) {
-            return false;
-        }
+/// The menu whose top left is there on the desktop.
+WindowId Hands::wait_for_menu(int x, int y) const {
+    WindowId menu = 0;
+    wait_until(menu_timeout, [&] {
         for (const WindowId shown : screen.windows(menu_name)) {
-            const Frame candidate = screen.frame(shown);
-            if (candidate.x == menu.x && candidate.y == menu.y) {
-                menu.width = candidate.width;
+            const Frame place = screen.frame(shown);
+            if (place.x == x && place.y == y) {
+                menu = shown;
             }
         }
-        const int row = row_height * (rows[level] - 1);
-        const int x = menu.x + menu.width / 2;
-        // Sideways first, then down: a slanted way would cross other rows' submenus.
-        if (menu.width == 0 || !move_on_desktop(x, menu.y + menu_border + row_middle) ||
-            !move_on_desktop(x, menu.y + menu_border + row + row_middle)) {
-            return false;
+        return menu != 0;
+    });
+    return menu;
+}
+
+/// Sideways first, then down: a slanted way would cross other rows' submenus.
+bool Hands::move_to_row(WindowId menu, int row) const {
+    const Frame place = screen.frame(menu);
+    const int x = place.x + place.width / 2;
+    const int y = place.y + menu_border + row_middle;
+    return move_on_desktop(x, y) && move_on_desktop(x, y + row_height * (row - 1));
+}
+
+WindowId Hands::open_menu(const std::vector<int> &rows, Spot at) const {
+    if (!click(Button::right, at)) {
+        return 0;
+    }
+    const Frame place = screen.frame(window);
+    WindowId menu = wait_for_menu(place.x + at.x, place.y + at.y);
+    for (const int row : rows) {
+        if (menu == 0 || !move_to_row(menu, row)) {
+            return 0;
         }
-        menu = {menu.x + menu.width, menu.y + row, 0, 0};
+        const Frame above = screen.frame(menu);
+        menu = wait_for_menu(above.x + above.width, above.y + row_height * (row - 1));
+    }
+    return menu;
+}
+
+bool Hands::close_menu(Spot beside) const {
+    return click(Button::left, beside) &&
+           wait_until(menu_timeout, [&] { return menus_on_view() == 0; });
+}
+
+bool Hands::choose(const std::vector<int> &rows, Spot at, const Words &modifiers) const {
+    const WindowId menu = open_menu({rows.begin(), rows.end() - 1}, at);
+    if (menu == 0 || !move_to_row(menu, rows.back())) {
+        return false;
     }
     Words words;
     hold(words, modifiers, "keydown");
-    add(words, {"mousedown", "1", "sleep", rest, "mouseup", "1", "sleep", rest});
-    hold(words, modifiers, "keyup");
-    return act(words) && wait_until(menu_timeout, [&] { return menus_on_view() == 0; });
+    add(words, {"mousedown", "1", "sleep", rest, "mouseup", "1"});
+    const bool chosen =
+        act(words) && wait_until(menu_timeout, [&] { return menus_on_view() == 0; });
+    Words release;
+    hold(release, modifiers, "keyup");
+    return (release.empty() || act(release)) && chosen;
 }
 
 bool Hands::resize(int width, int height) const {
