@@ -31,6 +31,13 @@ std::vector<std::string> move_words(int x, int y) {
     return {"mousemove", std::to_string(x), std::to_string(y), "sleep", rest};
 }
 
+/// A window notices the second motion in any case.
+std::vector<std::string> arrive_words(int x, int y) {
+    std::vector<std::string> words = move_words(x - 1, y);
+    add(words, move_words(x, y));
+    return words;
+}
+
 } // namespace
 
 Hands::Hands(const DesktopView &on, const std::string &name, WindowId which)
@@ -43,9 +50,7 @@ bool Hands::act(const Words &words) const {
 }
 
 bool Hands::move_on_desktop(int x, int y) const {
-    Words words = move_words(x - 1, y); // a window notices the second motion in any case
-    add(words, move_words(x, y));
-    return act(words);
+    return act(arrive_words(x, y));
 }
 
 bool Hands::move(Spot to) const {
@@ -54,12 +59,13 @@ bool Hands::move(Spot to) const {
 }
 
 bool Hands::click(Button button, Spot at, const Words &modifiers) const {
-    Words words;
+    const Frame place = screen.frame(window);
+    Words words = arrive_words(place.x + at.x, place.y + at.y);
     hold(words, modifiers, "keydown");
     add(words, {"mousedown", number_of(button), "sleep", rest, "mouseup", number_of(button)});
     add(words, {"sleep", rest});
     hold(words, modifiers, "keyup");
-    return move(at) && act(words);
+    return act(words);
 }
 
 bool Hands::drag(Button button, Spot from, Spot to, const Words &modifiers) const {
@@ -100,11 +106,19 @@ WindowId Hands::wait_for_menu(int x, int y) const {
 }
 
 /// Sideways first, then down: a slanted way would cross other rows' submenus.
-bool Hands::move_to_row(WindowId menu, int row) const {
+Hands::Words Hands::way_to_row(WindowId menu, int row) const {
     const Frame place = screen.frame(menu);
     const int x = place.x + place.width / 2;
     const int y = place.y + menu_border + row_middle;
-    return move_on_desktop(x, y) && move_on_desktop(x, y + row_height * (row - 1));
+    Words words = arrive_words(x, y);
+    if (row > 1) {
+        add(words, move_words(x, y + row_height * (row - 1)));
+    }
+    return words;
+}
+
+bool Hands::move_to_row(WindowId menu, int row) const {
+    return act(way_to_row(menu, row));
 }
 
 WindowId Hands::open_menu(const std::vector<int> &rows, Spot at) const {
@@ -130,10 +144,10 @@ bool Hands::close_menu(Spot beside) const {
 
 bool Hands::choose(const std::vector<int> &rows, Spot at, const Words &modifiers) const {
     const WindowId menu = open_menu({rows.begin(), rows.end() - 1}, at);
-    if (menu == 0 || !move_to_row(menu, rows.back())) {
+    if (menu == 0) {
         return false;
     }
-    Words words;
+    Words words = way_to_row(menu, rows.back());
     hold(words, modifiers, "keydown");
     add(words, {"mousedown", "1", "sleep", rest, "mouseup", "1"});
     const bool chosen =

@@ -31,6 +31,9 @@ class Hands {
     /// which opens a submenu. The last menu's window, 0 when a menu did not show.
     WindowId open_menu(const std::vector<int> &rows, Spot at) const;
 
+    /// Moves the pointer onto a row of an open menu, counted from 1.
+    bool move_to_row(WindowId menu, int row) const;
+
     /// Closes the menus by a click beside them; false when they stay.
     bool close_menu(Spot beside) const;
 
@@ -47,7 +50,7 @@ class Hands {
     using Words = std::vector<std::string>;
     bool act(const Words &words) const;
     bool move_on_desktop(int x, int y) const;
-    bool move_to_row(WindowId menu, int row) const;
+    Words way_to_row(WindowId menu, int row) const;
     size_t menus_on_view() const;
     WindowId wait_for_menu(int x, int y) const;
 

@@ -24,11 +24,11 @@ const std::string retro_question =
     tag + "Process: Retrogression \t Retro: [@|*]\n\t@ = internal  retrogression\n\t"
           "* = selected group reversal\n\t";
 
-/// A rising partial of four points and a short one above; 4000 Hz is the top.
+/// A rising partial of four points and a short one above; 4400 Hz is the top.
 std::string stairs_file() {
     return "( PARTIALS 2\n"
            "( POINTS 4\n0.5 500 -40\n1.0 1000 -40\n1.5 1500 -40\n2.0 2000 -90\n)\n"
-           "( POINTS 2\n0.0 4000 -60\n4.0 4000 -90\n)\n)\n";
+           "( POINTS 2\n0.0 4400 -60\n4.0 4400 -90\n)\n)\n";
 }
 
 } // namespace
@@ -116,12 +116,12 @@ TEST_F(MenuProcess, PitchOfAPartial) {
     begin("-fb");
     sweep(-0.02, 0.2, 1.02, 0.28);
     expect_count(green, 4);
-    expect_dialogue("Process/Shift/Pitch...", "\n1.5\n", pitch_question + "1.5\n");
+    expect_dialogue("Process/Shift/Pitch...", "\n1.5\n", pitch_question + "1.5\nlen = 3\ti = 3\n");
     expect_colour(0.375, 0.36, contour(-150.0, -150.0));
     expect_colour(0.375, low, background);
     expect_dialogue("Process/Shift/Pitch...", "-c\n", pitch_question + "-c\nCommand cancelled\n");
     // Over time: the last point gets the whole factor.
-    expect_dialogue("Process/Shift/Pitch...", "v 2\n", pitch_question + "2\n");
+    expect_dialogue("Process/Shift/Pitch...", "v 2\n", pitch_question + "2\nlen = 1\ti = 1\n");
     expect_colour(1.0, 0.72, green);
     expect_colour(0.5, 0.36 * std::sqrt(2.0), green);
 }
@@ -173,21 +173,22 @@ TEST_F(MenuProcess, MirrorOfAPartial) {
 }
 
 TEST_F(MenuProcess, RetroOfAPartial) {
+    constexpr double kilohertz = 1.0 / 4.4;
     begin_on(stairs_file(), "-fb");
     sweep(0.1, 0.05, 0.52, 0.55);
     expect_count(green, 4);
     expect_dialogue("Process/Retro...", "\n@\n",
                     retro_question + "partials = 2\ni = 0\tj = 0\tk = 0\ni = 0\tj = 0\tk = 1\n");
-    expect_colour(0.125, 0.5, green);
-    expect_colour(0.25, 0.375, green);
-    expect_colour(0.375, 0.25, green);
-    expect_colour(0.5, 0.125, green);
+    expect_colour(0.125, 2.0 * kilohertz, green);
+    expect_colour(0.25, 1.5 * kilohertz, green);
+    expect_colour(0.375, kilohertz, green);
+    expect_colour(0.5, 0.5 * kilohertz, green);
     expect_dialogue("Process/Retro...", "*\n",
                     retro_question + "partials = 2\n"
                                      "MINT = 0.500000\tMAXT = 2.000000\tTAU = 1.250000\n"
                                      "i = 0\tj = 0\tk = 0\ni = 0\tj = 0\tk = 1\n");
-    expect_colour(0.125, 0.125, green);
-    expect_colour(0.5, 0.5, green);
+    expect_colour(0.125, 0.5 * kilohertz, green);
+    expect_colour(0.5, 2.0 * kilohertz, green);
     look();
     const Image rising = picture;
     expect_dialogue("Process/Retro...", "backward\n", retro_question);
