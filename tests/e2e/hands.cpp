@@ -5,10 +5,11 @@
 namespace {
 
 constexpr const char *menu_name = "freeglut menu";
-constexpr const char *rest = ".03"; // seconds between the steps of a gesture
-constexpr int row_height = 25;      // pixels
-constexpr int menu_border = 2;      // pixels
-constexpr int row_middle = 12;      // pixels from the top of a row
+constexpr const char *rest = ".03";       // seconds between the steps of a gesture
+constexpr const char *menu_rest = ".012"; // the same in menus
+constexpr int row_height = 25;            // pixels
+constexpr int menu_border = 2;            // pixels
+constexpr int row_middle = 12;            // pixels from the top of a row
 constexpr int drag_steps = 4;
 constexpr Duration menu_timeout(5000);
 
@@ -27,14 +28,14 @@ void hold(std::vector<std::string> &words, const std::vector<std::string> &modif
     }
 }
 
-std::vector<std::string> move_words(int x, int y) {
-    return {"mousemove", std::to_string(x), std::to_string(y), "sleep", rest};
+std::vector<std::string> move_words(int x, int y, const char *pause = rest) {
+    return {"mousemove", std::to_string(x), std::to_string(y), "sleep", pause};
 }
 
 /// A window notices the second motion in any case.
-std::vector<std::string> arrive_words(int x, int y) {
-    std::vector<std::string> words = move_words(x - 1, y);
-    add(words, move_words(x, y));
+std::vector<std::string> arrive_words(int x, int y, const char *pause = rest) {
+    std::vector<std::string> words = move_words(x - 1, y, pause);
+    add(words, move_words(x, y, pause));
     return words;
 }
 
@@ -110,9 +111,9 @@ Hands::Words Hands::way_to_row(WindowId menu, int row) const {
     const Frame place = screen.frame(menu);
     const int x = place.x + place.width / 2;
     const int y = place.y + menu_border + row_middle;
-    Words words = arrive_words(x, y);
+    Words words = arrive_words(x, y, menu_rest);
     if (row > 1) {
-        add(words, move_words(x, y + row_height * (row - 1)));
+        add(words, move_words(x, y + row_height * (row - 1), menu_rest));
     }
     return words;
 }
@@ -122,10 +123,12 @@ bool Hands::move_to_row(WindowId menu, int row) const {
 }
 
 WindowId Hands::open_menu(const std::vector<int> &rows, Spot at) const {
-    if (!click(Button::right, at)) {
+    const Frame place = screen.frame(window);
+    Words press = arrive_words(place.x + at.x, place.y + at.y, menu_rest);
+    add(press, {"mousedown", "3", "sleep", menu_rest, "mouseup", "3"});
+    if (!act(press)) {
         return 0;
     }
-    const Frame place = screen.frame(window);
     WindowId menu = wait_for_menu(place.x + at.x, place.y + at.y);
     for (const int row : rows) {
         if (menu == 0 || !move_to_row(menu, row)) {
@@ -149,7 +152,7 @@ bool Hands::choose(const std::vector<int> &rows, Spot at, const Words &modifiers
     }
     Words words = way_to_row(menu, rows.back());
     hold(words, modifiers, "keydown");
-    add(words, {"mousedown", "1", "sleep", rest, "mouseup", "1"});
+    add(words, {"mousedown", "1", "sleep", menu_rest, "mouseup", "1"});
     const bool chosen =
         act(words) && wait_until(menu_timeout, [&] { return menus_on_view() == 0; });
     Words release;

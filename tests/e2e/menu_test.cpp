@@ -7,7 +7,7 @@ namespace {
 
 constexpr Spot menu_spot = {20, 20};
 constexpr Duration patience(8000);
-constexpr Duration surplus(60); // what comes unasked comes at once
+constexpr Duration surplus(30); // what comes unasked comes at once
 
 double red(double level) {
     return level > -0.07 ? (level + 0.07) * 6.0 : 0.0;
