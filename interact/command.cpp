@@ -25,9 +25,7 @@ bool selected_else(const char *refusal) {
 
 bool read_parameter(char *word, const char *prompt) {
     say(prompt);
-    if (!read_word(word, word_size)) {
-        return false;
-    }
+    read_word(word, word_size);
     if (std::strcmp(word, "-c") == 0) {
         std::puts("Command cancelled");
         return false;
