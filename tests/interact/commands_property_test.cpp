@@ -19,7 +19,8 @@
 namespace {
 
 constexpr int usual_commands = 2000;
-constexpr int commands_each = 8; // per store, few enough that finite replies keep times finite
+constexpr int tame_run = 8; // commands on a store, few enough that finite replies keep times finite
+constexpr int long_run = 150;
 constexpr int32_t most_points = 3000;
 constexpr float spoilt_span = -5.0f; // what a refresh of the pitch range replaces
 
@@ -334,7 +335,9 @@ TEST_F(RandomCommands, KeepTheStoreWhole) {
     int structural_changes = 0;
     for (int done = 0, store = 0; done < wanted; ++store) {
         random_store(store);
-        for (int k = 0; k < commands_each && done < wanted; ++k, ++done) {
+        const int run = one_in(40) ? long_run : tame_run;
+        tame = run == tame_run;
+        for (int k = 0; k < run && done < wanted; ++k, ++done) {
             for (int32_t events = below(4); events > 0; --events) {
                 random_event();
             }
