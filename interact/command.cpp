@@ -25,7 +25,9 @@ bool selected_else(const char *refusal) {
 
 bool read_parameter(char *word, const char *prompt) {
     say(prompt);
-    read_word(word, word_size);
+    if (!read_word(word, word_size)) {
+        return false;
+    }
     if (std::strcmp(word, "-c") == 0) {
         std::puts("Command cancelled");
         return false;

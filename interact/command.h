@@ -38,8 +38,7 @@ extern MenuState menu_state;
 
 constexpr size_t word_size = 256; // bytes of a console word, its end included
 
-/// Reads a word; "-c" prints the cancelling line, and false is returned. At the end of input the
-/// word stays as it was, and the command goes on with that.
+/// Reads a word; "-c" prints the cancelling line. False then, and at the end of input.
 bool read_parameter(char *word, const char *prompt);
 
 // Requirements: a group selection, else their line, with or without a redisplay.

@@ -42,10 +42,12 @@ bool gain_shift(int) {
 bool pitch_shift(int) {
     char word[word_size] = "";
     say("Quillgrove > Enter pitch shift factor:\n             ");
-    read_word(word, sizeof word);
+    if (!read_word(word, sizeof word)) {
+        return false;
+    }
     const bool varying = std::strcmp(word, "v") == 0;
-    if (varying) {
-        read_word(word, sizeof word);
+    if (varying && !read_word(word, sizeof word)) {
+        return false;
     }
     std::puts(word);
     if (std::strcmp(word, "-c") == 0) {
@@ -77,10 +79,11 @@ bool scale(int) {
         return false;
     }
     const float stretch = static_cast<float>(std::atof(word));
-    float exponent = 1.0f; // a number that is not there leaves frequencies and levels alone
-    float compand = 1.0f;
-    read_float(exponent);
-    read_float(compand);
+    float exponent = 0.0f;
+    float compand = 0.0f;
+    if (!read_float(exponent) || !read_float(compand)) {
+        return false;
+    }
     std::printf("%f\t%f\t%f\n", stretch, exponent, compand);
     newscale(stretch, exponent, compand);
     return true;
@@ -123,7 +126,9 @@ bool retrograde(int) {
 bool envelope(int) {
     char word[word_size] = "";
     say("Enter SDIF Spectral Envelope file name:\nquillgrove> ");
-    read_word(word, sizeof word);
+    if (!read_word(word, sizeof word)) {
+        return false;
+    }
     if (std::strcmp(word, "-c") == 0) {
         std::puts("operation cancelled");
         return false;

@@ -106,29 +106,6 @@ TEST_F(MenuConsole, EndOfInputEndsTheDialogueAndSparesTheWindow) {
     EXPECT_EQ(program->exit_status(Duration(50)), -1) << "it has ended";
 }
 
-TEST_F(MenuConsole, CommandsGoOnWithNothingAtTheEndOfInput) {
-    begin("-fb");
-    const Image start = picture;
-    choose("Process/Mirror...");
-    expect_said(tag);
-    program->end_input();
-    program->end_input();
-    expect_said("Process: Mirror...\t Quillgrove > Enter mirror freq:\n             "
-                ">0 ->freq. mirror, <0 ->pitch mirror\n              0 ->cancel\n             "
-                "Command cancelled\n");
-    expect_picture(start);
-    click(0.25, 0.1);
-    expect_said("##FOUND: 4  1\n");
-    choose("Edit/Extend..."); // by no points, which fades the last one away
-    expect_said(tag + "Edit:  Extend...\t numfound = 1\nQuillGrove > Enter additionl points:\n"
-                      "             EXTEND3d: Implementation in progress\n"
-                      "Appending 0 new points to partial #4\n1\t0\t2\t0.500000\n"
-                      "1\t0.500000\t250.000000\t0.000000\t-45.000000\n\n"
-                      "--temp--> 0.000000\t250.000000\t-45.000000\t0.000000\n"
-                      "--temp--> 0.500000\t250.000000\t-120.000000\t0.000000\n");
-    expect_colour(0.125, 0.1, contour(-45.0, -120.0));
-}
-
 TEST_F(MenuConsole, WaitingDialogueDoesNotSpin) {
     begin("-fb");
     choose("Process/Shift/Gain...");
