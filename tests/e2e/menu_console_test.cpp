@@ -100,8 +100,8 @@ TEST_F(MenuConsole, EndOfInputEndsTheDialogueAndSparesTheWindow) {
     expect_said("Process: Shift:\tGain\t Quillgrove > Enter gain shift (dB):\n             ");
     expect_picture(swept); // a missing word counts as 0 dB
     const double before = program->busy_seconds();
-    program->listen(Duration(500));
-    EXPECT_LT(program->busy_seconds() - before, 0.2);
+    program->listen(Duration(400));
+    EXPECT_LT(program->busy_seconds() - before, 0.15);
     expect_alive();
     EXPECT_EQ(program->exit_status(Duration(50)), -1) << "it has ended";
 }
@@ -127,16 +127,4 @@ TEST_F(MenuConsole, CommandsGoOnWithNothingAtTheEndOfInput) {
                       "--temp--> 0.000000\t250.000000\t-45.000000\t0.000000\n"
                       "--temp--> 0.500000\t250.000000\t-120.000000\t0.000000\n");
     expect_colour(0.125, 0.1, contour(-45.0, -120.0));
-}
-
-TEST_F(MenuConsole, WaitingDialogueDoesNotSpin) {
-    begin("-fb");
-    choose("Process/Shift/Gain...");
-    expect_said(tag);
-    const double before = program->busy_seconds();
-    program->listen(Duration(500));
-    EXPECT_LT(program->busy_seconds() - before, 0.2);
-    program->send("\n");
-    expect_said("Process: Shift:\tGain\t Quillgrove> nothing selected\n");
-    expect_alive();
 }
