@@ -5,11 +5,11 @@
 namespace {
 
 constexpr const char *menu_name = "freeglut menu";
-constexpr const char *rest = ".01";       // seconds between the steps of a gesture
-constexpr const char *menu_rest = ".012"; // the same in menus
-constexpr int row_height = 25;            // pixels
-constexpr int menu_border = 2;            // pixels
-constexpr int row_middle = 12;            // pixels from the top of a row
+constexpr const char *rest = ".01";      // seconds between the steps of a gesture
+constexpr const char *menu_rest = ".02"; // the same in menus
+constexpr int row_height = 25;           // pixels
+constexpr int menu_border = 2;           // pixels
+constexpr int row_middle = 12;           // pixels from the top of a row
 constexpr int drag_steps = 4;
 constexpr Duration menu_timeout(5000);
 
@@ -124,16 +124,11 @@ WindowId Hands::wait_for_menu(int x, int y) const {
     return menu;
 }
 
-/// Sideways first, then down: a slanted way would cross other rows' submenus.
+/// Straight there: a row on the way that has a submenu would open it.
 Hands::Words Hands::way_to_row(WindowId menu, int row) const {
     const Frame place = screen.frame(menu);
-    const int x = place.x + place.width / 2;
-    const int y = place.y + menu_border + row_middle;
-    Words words = arrive_words(x, y, menu_rest);
-    if (row > 1) {
-        add(words, move_words(x, y + row_height * (row - 1), menu_rest));
-    }
-    return words;
+    return arrive_words(place.x + place.width / 2,
+                        place.y + menu_border + row_middle + row_height * (row - 1), menu_rest);
 }
 
 bool Hands::move_to_row(WindowId menu, int row) const {

@@ -98,22 +98,10 @@ TEST_F(MenuConsole, EndOfInputEndsTheDialogueAndSparesTheWindow) {
     program->end_input();
     program->end_input();
     expect_said("Process: Shift:\tGain\t Quillgrove > Enter gain shift (dB):\n             ");
-    expect_picture(swept); // a missing word counts as 0 dB
+    expect_picture(swept); // the command ended there
     const double before = program->busy_seconds();
-    program->listen(Duration(500));
-    EXPECT_LT(program->busy_seconds() - before, 0.2);
+    program->listen(Duration(400));
+    EXPECT_LT(program->busy_seconds() - before, 0.15);
     expect_alive();
     EXPECT_EQ(program->exit_status(Duration(50)), -1) << "it has ended";
-}
-
-TEST_F(MenuConsole, WaitingDialogueDoesNotSpin) {
-    begin("-fb");
-    choose("Process/Shift/Gain...");
-    expect_said(tag);
-    const double before = program->busy_seconds();
-    program->listen(Duration(500));
-    EXPECT_LT(program->busy_seconds() - before, 0.2);
-    program->send("\n");
-    expect_said("Process: Shift:\tGain\t Quillgrove> nothing selected\n");
-    expect_alive();
 }

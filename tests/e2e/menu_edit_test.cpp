@@ -103,23 +103,7 @@ TEST_F(MenuEdit, ExtendCancelledAndRefused) {
     expect_cleared(); // the closing of the menu redraws
 }
 
-TEST_F(MenuEdit, MergeOfTwoPartials) {
-    begin("-fb");
-    sweep(0.95, 0.75, 1.02, 1.02);
-    expect_count(green, 2);
-    choose("Edit/Merge");
-    // -18 and -60 dB, then -90 and -90 dB, added as amplitudes.
-    expect_said("Edit:  Merge\t MERGE\nOne: 3\tTwo: 0\n3: 1.500000\t2.000000\n"
-                "0: 0.000000\t2.000000\nCommon: 1.500000\t2.000000\nMean time = 0.357143\n"
-                "npone = 2;\tnptwo = 2\n1.500000\t2000.000000\t-17.931278\n"
-                "2.000000\t2000.000000\t-83.979401\n");
-    // 2500 Hz is gone, 2000 Hz is the top.
-    expect_colour(0.375, 1.0, loudest);
-    expect_colour(0.375, 0.6, contour(-30.0, -30.0));
-    expect_count(dot, 13);
-}
-
-TEST_F(MenuEdit, MergeRefusals) {
+TEST_F(MenuEdit, MergeRefusedAndDone) {
     begin("-fb");
     choose("Edit/Merge");
     expect_said("Edit:  Merge\t Quillgrove> nothing selected\n");
@@ -133,6 +117,18 @@ TEST_F(MenuEdit, MergeRefusals) {
     choose("Edit/Merge");
     expect_said("Edit:  Merge\t MERGE\nInvalid selection\n");
     expect_cleared();
+    sweep(0.95, 0.75, 1.02, 1.02);
+    expect_count(green, 2);
+    choose("Edit/Merge");
+    // -18 and -60 dB, then -90 and -90 dB, added as amplitudes.
+    expect_said("Edit:  Merge\t MERGE\nOne: 3\tTwo: 0\n3: 1.500000\t2.000000\n"
+                "0: 0.000000\t2.000000\nCommon: 1.500000\t2.000000\nMean time = 0.357143\n"
+                "npone = 2;\tnptwo = 2\n1.500000\t2000.000000\t-17.931278\n"
+                "2.000000\t2000.000000\t-83.979401\n");
+    // 2500 Hz is gone, 2000 Hz is the top.
+    expect_colour(0.375, 1.0, loudest);
+    expect_colour(0.375, 0.6, contour(-30.0, -30.0));
+    expect_count(dot, 13);
 }
 
 TEST_F(MenuEdit, RemoveTheSelectedPartials) {

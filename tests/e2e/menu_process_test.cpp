@@ -51,8 +51,11 @@ TEST_F(MenuProcess, GainWaitsForReturnBeforeItAsks) {
     begin("-fb");
     sweep(0.2, 0.75, 0.3, 0.85);
     choose("Process/Shift/Gain...");
-    program->listen(Duration(300));
     expect_said(tag);
+    const double before = program->busy_seconds();
+    program->listen(Duration(400));
+    EXPECT_LT(program->busy_seconds() - before, 0.15);
+    expect_said("");
     program->send("dropped words\n");
     expect_said(gain_question.substr(tag.size()));
     program->send("-c\n");

@@ -25,7 +25,7 @@ TEST_F(MenuSelect, AllAndNone) {
     expect_picture(start);
 }
 
-TEST_F(MenuSelect, LeftRightAndPartial) {
+TEST_F(MenuSelect, LeftRightPartialAndInverted) {
     begin("-fb");
     sweep(0.45, 0.4, 0.55, 0.55);
     expect_count(green, 1);
@@ -43,10 +43,9 @@ TEST_F(MenuSelect, LeftRightAndPartial) {
     expect_said("Select: Partial(s)\t ");
     expect_count(green, 8);
     EXPECT_EQ(picture.count(dot), 7);
-}
-
-TEST_F(MenuSelect, Inverted) {
-    begin("-fb");
+    choose("Edit/Select/None");
+    expect_said("Select: None     ");
+    expect_count(green, 0);
     sweep(0.45, 0.4, 0.55, 0.55);
     expect_count(green, 1);
     choose("Edit/Select/Partial Inverted");
@@ -60,19 +59,7 @@ TEST_F(MenuSelect, Inverted) {
     EXPECT_EQ(picture.count(dot), 3);
 }
 
-TEST_F(MenuSelect, PickBySize) {
-    begin("-fb");
-    expect_dialogue("Edit/Select/Pick...", "size < 3\n",
-                    pick_questions + "Pick by: size < 3 points\n");
-    expect_count(green, 3); // two partials of two points, one of them at time 0
-    expect_colour(0.75, 1.0, green);
-    expect_colour(0.25, 0.1, green);
-    expect_dialogue("Edit/Select/Pick...", "size > 4\n",
-                    pick_questions + "Pick by: size > 4 points\n");
-    expect_count(green, 15);
-}
-
-TEST_F(MenuSelect, PickByTimesAndRefusals) {
+TEST_F(MenuSelect, PickByTimesAndSizes) {
     begin("-fb");
     expect_dialogue("Edit/Select/Pick...", "-c\n", pick_questions + "Command cancelled\n");
     expect_dialogue("Edit/Select/Pick...", "size > 1\n",
@@ -87,6 +74,13 @@ TEST_F(MenuSelect, PickByTimesAndRefusals) {
     expect_count(green, 2);
     expect_colour(0.75, 1.0, green);
     expect_colour(1.0, 1.0, green);
+    expect_dialogue("Edit/Select/Pick...", "size < 3\n",
+                    pick_questions + "Pick by: size < 3 points\n");
+    expect_count(green, 3);
+    expect_colour(0.25, 0.1, green);
+    expect_dialogue("Edit/Select/Pick...", "size > 4\n",
+                    pick_questions + "Pick by: size > 4 points\n");
+    expect_count(green, 15);
 }
 
 TEST_F(MenuSelect, NeedsTheEditingMode) {

@@ -66,7 +66,7 @@ TEST_F(MenuView, FlatAndBackKeepsTheRotation) {
     expect_picture(turned);
 }
 
-TEST_F(MenuView, AxesGoAndComeBack) {
+TEST_F(MenuView, EveryToggleTwice) {
     begin("-f");
     const Image start = picture;
     const Rgb axis = rgb(0.4, 0.32, 0.23);
@@ -77,11 +77,6 @@ TEST_F(MenuView, AxesGoAndComeBack) {
     choose("View/Axes");
     expect_said("View: Axes  ");
     expect_picture(start);
-}
-
-TEST_F(MenuView, LogarithmicFrequencyAndBack) {
-    begin("-f");
-    const Image start = picture;
     choose("View/Log Freq");
     expect_said("1\tView: Log Frequency\n");
     expect_colour(level_time, std::log10(8.0), loudest);
@@ -90,11 +85,6 @@ TEST_F(MenuView, LogarithmicFrequencyAndBack) {
     choose("View/Log Freq");
     expect_said("0\tView: Lin Frequency\n");
     expect_picture(start);
-}
-
-TEST_F(MenuView, BreakpointsAndContours) {
-    begin("-f");
-    const Image start = picture;
     choose("View/Breakpoints");
     expect_said("View: Breakpoints\t ");
     expect_count(dot, 15);
@@ -106,6 +96,12 @@ TEST_F(MenuView, BreakpointsAndContours) {
 TEST_F(MenuView, EntryTextsFollowTheView) {
     const Image flat_lines = start_picture("-f");
     const Image flat_logarithmic_dots = start_picture("-fbl");
+    choose("View/Flat");
+    expect_said("View: Perspective\n");
+    EXPECT_EQ(rows(menu_picture("View")), 3);
+    choose("View/Flat");
+    expect_said("View: Flat\n");
+    EXPECT_TRUE(menu_picture("View") == flat_logarithmic_dots);
     EXPECT_EQ(rows(flat_lines), 4);
     EXPECT_FALSE(flat_lines == flat_logarithmic_dots);
     begin("");
@@ -116,16 +112,6 @@ TEST_F(MenuView, EntryTextsFollowTheView) {
     choose("View/Breakpoints");
     expect_said("1\tView: Log Frequency\nView: Breakpoints\t ");
     EXPECT_TRUE(menu_picture("View") == flat_logarithmic_dots);
-}
-
-TEST_F(MenuView, FlatFromTheStartKeepsOneEntryForBreakpoints) {
-    const Image start = start_picture("-fb");
-    choose("View/Flat");
-    expect_said("View: Perspective\n");
-    EXPECT_EQ(rows(menu_picture("View")), 3);
-    choose("View/Flat");
-    expect_said("View: Flat\n");
-    EXPECT_TRUE(menu_picture("View") == start);
 }
 
 TEST_F(MenuView, AboutTellsProgramAndMachine) {
@@ -156,9 +142,17 @@ TEST_F(MenuView, QuitEndsWell) {
     expect_said("Quillgrove QUIT\n");
 }
 
-TEST_F(MenuView, ClosingWithoutAChoiceEndsNoSweep) {
+TEST_F(MenuView, ClosingWithoutAChoiceFindsNoPointAndEndsNoSweep) {
     begin("-fb");
-    sweep(0.2, 0.75, 0.55, 0.85);
+    click(0.25, high);
+    expect_said("##FOUND: 0  1\n");
+    look();
+    const Image one_found = picture;
+    ASSERT_NE(hands->open_menu(rows_of("Process/Shift"), spot(0.6, 0.9)), 0u);
+    ASSERT_TRUE(hands->close_menu(spot(0.5, middle)));
+    expect_picture(one_found);
+    expect_said("");
+    sweep(0.45, 0.75, 0.8, 0.85);
     expect_count(green, 2);
     look();
     const Image swept = picture;
@@ -169,18 +163,6 @@ TEST_F(MenuView, ClosingWithoutAChoiceEndsNoSweep) {
     // The sweep after that is a whole one again.
     sweep(0.45, 0.2, 0.55, 0.28);
     expect_count(green, 3);
-}
-
-TEST_F(MenuView, ClosingASubmenuWithoutAChoiceFindsNoPoint) {
-    begin("-fb");
-    click(0.25, high);
-    expect_said("##FOUND: 0  1\n");
-    look();
-    const Image one_found = picture;
-    ASSERT_NE(hands->open_menu(rows_of("Process/Shift"), spot(0.6, 0.9)), 0u);
-    ASSERT_TRUE(hands->close_menu(spot(0.5, middle)));
-    expect_picture(one_found);
-    expect_said("");
 }
 
 TEST_F(MenuView, ModifiersAreTold) {
