@@ -11,6 +11,7 @@
 
 #include <GL/freeglut.h>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -62,19 +63,19 @@ void describe_found(char *text, size_t size) {
 }
 
 void draw_view_line(int y) {
-    char line[2 * line_size] = ""; // the found points are a line's length by themselves
-    char found_text[line_size] = "";
+    char line[line_size] = "";
     const char *projection = flat != 0 ? "flat" : "perspective";
     const char *logarithmic = logpos != 0 ? "-log. frequency" : "";
     if (bps == 0 || flat == 0) {
         std::snprintf(line, sizeof line, "Projection: %s%s   Relative zoom: %5.2f  %s ", projection,
                       logarithmic, zoom, " ");
     } else {
-        describe_found(found_text, sizeof found_text);
         std::snprintf(line, sizeof line,
-                      "Projection: %s%s   Relative zoom: %5.2f   Shift direction%s %s%s     %s",
+                      "Projection: %s%s   Relative zoom: %5.2f   Shift direction%s %s%s     ",
                       projection, logarithmic, zoom, X != 0 && Y != 0 ? "s:" : ":",
-                      X != 0 ? "X" : "", Y != 0 ? "Y" : "", found_text);
+                      X != 0 ? "X" : "", Y != 0 ? "Y" : "");
+        const size_t length = std::strlen(line);
+        describe_found(line + length, sizeof line - length);
     }
     line_at(y, line);
 }
