@@ -4,6 +4,7 @@
 #include "store/store.h"
 
 #include <GL/freeglut.h>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -11,6 +12,7 @@ namespace {
 
 // A range of absurd size, as a damaged file may hold, must not keep a frame busy for ever.
 constexpr int most_marks = 65536;
+constexpr int most_kilohertz = 1000; // each has ten marks
 
 constexpr double decibels_a_tick = 5.0;
 constexpr double level_span = 300.0; // dB, one unit of Z
@@ -24,6 +26,10 @@ int whole(double value) {
         return most_marks;
     }
     return value < -most_marks ? -most_marks : static_cast<int>(value);
+}
+
+int whole_kilohertz(double value) {
+    return std::min(whole(value), most_kilohertz);
 }
 
 void line(double x0, double y0, double z0, double x1, double y1, double z1) {
@@ -51,7 +57,7 @@ void label_frequencies(const AxisScale &scale) {
         std::snprintf(text, sizeof text, "%2d", 0);
         draw_label(x, -0.01 / scale.Vratio, 0.0, text);
     }
-    const int kilohertz = whole(maxfreq * 0.00099);
+    const int kilohertz = whole_kilohertz(maxfreq * 0.00099);
     for (int k = 0; kilohertz >= 0 && (k == 0 || k < kilohertz); ++k) {
         double height = frequency_height(0.0, label_octave);
         for (int i = first_tenth(k, 1); i < 10; ++i) {
@@ -116,7 +122,7 @@ void draw_amplitude_axis() {
 
 void draw_frequency_axis() {
     line(0.0, 0.0, 0.0, 0.0, 1.0, 0.0);
-    const int kilohertz = whole(maxfreq * 0.001);
+    const int kilohertz = whole_kilohertz(maxfreq * 0.001);
     for (int k = 0; k <= kilohertz; ++k) {
         for (int i = first_tenth(k, 1); i < 10; ++i) {
             const double height = frequency_height((i * 0.1 + k) * 1000, tick_octave);

@@ -52,19 +52,35 @@ void draw_curtain(float c, const CursorLook &look) {
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
 }
 
-void draw_cursor(float c, const CursorLook &look, bool with_curtain) {
+float time_position(float seconds) {
+    return (seconds - sndstart) / (sndlen - sndstart);
+}
+
+void draw_line(float c, const CursorLook &look) {
     set_colour(look.line);
     glBegin(GL_LINES);
     glVertex3f(c, 0.0f, 0.0f);
     glVertex3f(c, look.top, 0.0f);
     glEnd();
+}
+
+void draw_cursor(float c, const CursorLook &look, bool with_curtain) {
+    draw_line(c, look);
     if (with_curtain) {
         draw_curtain(c, look);
     }
 }
 
-float time_position(float seconds) {
-    return (seconds - sndstart) / (sndlen - sndstart);
+/// The label has the line's colour: it comes before the curtain, which ends transparent.
+void draw_buffer_cursor(const CameraRecord &camera) {
+    const float c = time_position(peek(fplayer.seconds));
+    draw_line(c, buffer_look);
+    if (peek(fplayer.loop) != 0) {
+        draw_time_label(c, axis_scale(camera), "L");
+    }
+    if (flat == 0) {
+        draw_curtain(c, buffer_look);
+    }
 }
 
 } // namespace
@@ -75,11 +91,7 @@ void draw_cursors(const CameraRecord &camera) {
         draw_cursor(live, live_look, peek(midi) != 0 && flat == 0);
     }
     if (peek(fplayer.state) != 0) {
-        const float c = time_position(peek(fplayer.seconds));
-        draw_cursor(c, buffer_look, flat == 0);
-        if (peek(fplayer.loop) != 0) {
-            draw_time_label(c, axis_scale(camera), "L");
-        }
+        draw_buffer_cursor(camera);
     }
     if (peek(zgen.state) == 2 && selecting == 0) {
         draw_cursor(time_position(peek(zgen.time)), zone_look, flat == 0);

@@ -10,8 +10,8 @@
 #include "toolbox/auxmath3d.h"
 
 #include <GL/freeglut.h>
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 namespace {
 
@@ -70,12 +70,12 @@ void draw_view_line(int y) {
         std::snprintf(line, sizeof line, "Projection: %s%s   Relative zoom: %5.2f  %s ", projection,
                       logarithmic, zoom, " ");
     } else {
-        std::snprintf(line, sizeof line,
-                      "Projection: %s%s   Relative zoom: %5.2f   Shift direction%s %s%s     ",
-                      projection, logarithmic, zoom, X != 0 && Y != 0 ? "s:" : ":",
-                      X != 0 ? "X" : "", Y != 0 ? "Y" : "");
-        const size_t length = std::strlen(line);
-        describe_found(line + length, sizeof line - length);
+        const int used = std::snprintf(
+            line, sizeof line,
+            "Projection: %s%s   Relative zoom: %5.2f   Shift direction%s %s%s     ", projection,
+            logarithmic, zoom, X != 0 && Y != 0 ? "s:" : ":", X != 0 ? "X" : "", Y != 0 ? "Y" : "");
+        const size_t start = std::min(static_cast<size_t>(used), sizeof line - 1);
+        describe_found(line + start, sizeof line - start);
     }
     line_at(y, line);
 }

@@ -4,14 +4,13 @@
 
 namespace {
 
-/// The two texts of one SPEAR layout and the code that stands for it.
+/// Goes on behind the name of a SPEAR layout: its `type` where the word that must follow does.
 int32_t after_format_name(TokenFile &file, int32_t type) {
     const std::string_view token = read_token(file);
+    echo_token(token);
     if (!token_is(token, "point-type")) {
-        echo_token(token);
         return unknown_text;
     }
-    echo_token(token);
     std::puts("success!");
     return type;
 }

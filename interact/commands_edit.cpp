@@ -1,14 +1,15 @@
 #include "interact/command.h"
 
 #include "edit/extend.h"
+#include "edit/generate.h"
 #include "edit/join.h"
 #include "edit/merge.h"
 #include "edit/remove.h"
+#include "edit/replicate.h"
 #include "edit/split.h"
 #include "interact/clear.h"
 #include "interact/selection.h"
 #include "store/console.h"
-#include "store/misc.h"
 #include "store/settings.h"
 
 #include <cstdio>
@@ -127,7 +128,7 @@ bool harmonics(int) {
         return false;
     }
     take_letter(menu_state.carg1, word);
-    wip();
+    artificial_harmonics(&menu_state.iarg0, menu_state.carg0, &menu_state.iarg1, menu_state.carg1);
     return true;
 }
 
@@ -136,7 +137,7 @@ bool replicate(int) {
     if (!read_parameter(word, "Enter: <destination_time> (-1 = @end)\n\t")) {
         return false;
     }
-    wip();
+    replicate_selections(word);
     return true;
 }
 
@@ -159,7 +160,7 @@ bool arbitrary(int) {
         std::printf("num_chars = %d\n", static_cast<int>(std::strlen(line)));
     }
     std::puts(line);
-    wip();
+    arbitrary_partials(line);
     return true;
 }
 

@@ -1,4 +1,4 @@
-#include "store/evaluate.h"
+#include "store/consolidate.h"
 
 #include "store/console.h"
 

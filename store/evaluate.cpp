@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -71,7 +70,7 @@ void drop_empty_partial(int32_t k) {
         Breakpoint *kept = clone_points(parray[twice], npoints[twice]);
         for (int32_t m = k; m <= partials - 3; ++m) {
             move_slot_down(m, dbp != 0);
-            recompute_phase(npoints[m] > 0 ? parray[m][0].phase : 0.0f, m);
+            chain_phases(parray[m], npoints[m]);
         }
         parray[twice] = kept;
     }
@@ -131,7 +130,7 @@ void check_import_sanity() {
         }
     }
     for (int32_t k = partials - 1; k >= 0; --k) {
-        if (k < partials && npoints[k] < 1) {
+        if (npoints[k] < 1) {
             drop_empty_partial(k);
         }
     }

@@ -36,10 +36,3 @@ void evalpart(Breakpoint **parray, const int32_t *npoints);
 
 /// Arithmetic mean frequency, in Hz, of partial i.
 float average(Breakpoint *const *parray, const int32_t *npoints, int32_t i);
-
-/// Mends single silent points inside the first n partials; asks on the console whether
-/// amplitudes are in dB. Ends at end of input with nothing changed.
-void consolidate(Breakpoint **parray, const int32_t *npoints, int32_t n);
-
-/// The question of consolidate alone: 1 for dB, 0 for linear, -1 at end of input.
-int32_t dialog__5();

@@ -13,7 +13,10 @@ void m();
 /// Prints what stands in for a command that has no body.
 void wip();
 
+/// Prints how the program is started and which formats it reads.
 void usage();
+
+/// Prints the acknowledgements.
 void credits();
 
 /// Reads one file name from the console into `buf`, of at least path_size characters. A

@@ -4,6 +4,14 @@ int32_t run_length(const SelectedRun &run) {
     return run.last - run.first + 1;
 }
 
+namespace {
+
+bool goes_on(const Breakpoint &point, const RunRule &rule) {
+    return point.selected == 1 || (point.selected != 0 && !rule.only_ones);
+}
+
+} // namespace
+
 bool next_run(const Breakpoint *points, int32_t n, int32_t i, int32_t from, const RunRule &rule,
               SelectedRun &run) {
     int32_t j = from;
@@ -13,7 +21,7 @@ bool next_run(const Breakpoint *points, int32_t n, int32_t i, int32_t from, cons
             continue;
         }
         const int32_t first = j;
-        while (j < n && points[j].selected != 0) {
+        while (j < n && goes_on(points[j], rule)) {
             ++j;
         }
         const int32_t fewest = j == n ? rule.at_end : rule.inside;

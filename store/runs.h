@@ -7,22 +7,23 @@
 #include <vector>
 
 /// One stretch of one partial. It begins at a point whose flag equals 1 and goes on through
-/// every following point whose flag is not 0.
+/// every following point whose flag is not 0, or equals 1 where the rule asks for that.
 struct SelectedRun {
     int32_t partial; // number of the partial
     int32_t first;   // index of its first point
     int32_t last;    // index of its last point, inclusive
 };
 
-/// How many points a run must have to count.
+/// How many points a run must have to count, and what ends it.
 struct RunRule {
-    int32_t inside; // of a run that an unselected point ends
-    int32_t at_end; // of a run that reaches the partial's last point
+    int32_t inside;         // of a run that ends before the partial's last point
+    int32_t at_end;         // of a run that reaches the partial's last point
+    bool only_ones = false; // a flag other than 0 and 1 ends a run too
 };
 
 constexpr RunRule every_run = {1, 1};
-constexpr RunRule generating_run = {3, 3}; // sources of new partials, gliding pitch
-constexpr RunRule exported_run = {3, 2};   // exports of a selection
+constexpr RunRule generating_run = {3, 3, true}; // sources of new partials
+constexpr RunRule exported_run = {3, 2};         // exports of a selection
 
 /// Number of points of a run.
 int32_t run_length(const SelectedRun &run);

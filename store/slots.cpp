@@ -66,7 +66,7 @@ void allocate_points() {
 }
 
 void resize_partial(int32_t i, int32_t n) {
-    const int32_t before = npoints[i];
+    const int32_t before = std::max(npoints[i], 0); // an import may leave a negative count
     parray[i] =
         static_cast<Breakpoint *>(std::realloc(parray[i], at_least_one(n) * sizeof(Breakpoint)));
     if (n > before) {

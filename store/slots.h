@@ -50,7 +50,8 @@ void peval_replaced(int32_t count);
 void allocate_peval_exactly();
 
 /// Moves slot k + 1 to slot k. What stood in slot k is released; slot k + 1 is left null with
-/// no points, so that nothing is owned twice. Prints the compaction line under `trace`.
+/// its count standing, so that nothing is owned twice. Prints the compaction line under
+/// `trace`. The phases are the caller's: some edits derive them anew, others keep them.
 void move_slot_down(int32_t k, bool trace);
 
 /// Takes partial `part` out: releases its points and closes the gap, so that slot partials - 1

@@ -2,7 +2,7 @@
 // thread, once, after the store is live.
 #pragma once
 
-/// Start values of live play; the sound units are created here.
+/// Start values of live play, before any sound unit exists.
 void start_sound();
 
 /// Creates the window and reports what the graphics can do.

@@ -182,6 +182,16 @@ TEST_F(Cursors, LoopLabelKeepsItsDistanceUnderZoom) {
     EXPECT_NEAR(label->y, -0.06 / 3.0, 1e-6);
 }
 
+TEST_F(Cursors, LoopLabelShowsInPerspectiveToo) {
+    start_buffer(2.0f);
+    fplayer.loop = 1;
+    frame();
+    const Label *label = label_of("L");
+    ASSERT_NE(label, nullptr);
+    EXPECT_NEAR(label->r, 0.18, 1e-6);
+    EXPECT_EQ(label->a, 1.0); // not the curtain's last colour, which blends to nothing
+}
+
 TEST_F(Cursors, LoopLabelNeedsARunningPlayer) {
     fplayer.loop = 1;
     frame();

@@ -108,6 +108,13 @@ TEST_F(Labels, TwoDigitKilohertz) {
     expect_frequency_label("11", -0.05, 10900.0 / 12000.0 + 0.01);
 }
 
+TEST_F(Labels, KilohertzEndAtAThousand) {
+    fill_ranges(0, 10, 100, 1e30f);
+    frame();
+    EXPECT_EQ(frequency_texts().size(), 1001u);
+    EXPECT_EQ(frequency_texts().back(), "1000");
+}
+
 TEST_F(Labels, DecimalsBelow1000) {
     fill_ranges(0, 10, 100, 800);
     frame();

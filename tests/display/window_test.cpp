@@ -3,6 +3,8 @@
 
 #include "display/scene.h"
 #include "display/view.h"
+#include "interact/selection.h"
+#include "live/live.h"
 #include "store/settings.h"
 #include "tests/support/console.h"
 #include "tests/support/drawing.h"
@@ -13,8 +15,42 @@
 using namespace gl_double;
 
 namespace {
-using WindowTest = DrawingTest;
+
+class WindowTest : public DrawingTest {
+  protected:
+    void TearDown() override {
+        std::free(title);
+        title = nullptr;
+        DrawingTest::TearDown();
+    }
+};
+
+void select_everything() {
+    for (int32_t i = 0; i < partials; ++i) {
+        peval[i].selected = 1;
+        for (int32_t j = 0; j < npoints[i]; ++j) {
+            parray[i][j].selected = 1;
+        }
+    }
+    selected = sweepSelect = found = 1;
+    directSelect = numfound = 1;
+    selecting = 1;
+    foundSubscriptions = {1, 2, 0, 1, 2};
 }
+
+/// Flags of value 1 among the partials and the points.
+int selection_flags() {
+    int count = 0;
+    for (int32_t i = 0; i < partials; ++i) {
+        count += peval[i].selected == 1;
+        for (int32_t j = 0; j < npoints[i]; ++j) {
+            count += parray[i][j].selected == 1;
+        }
+    }
+    return count;
+}
+
+} // namespace
 
 TEST_F(WindowTest, WindowIsDoubleBufferedWithAlphaAndDepth) {
     printed(open_window);
@@ -57,8 +93,59 @@ TEST_F(WindowTest, TitleNamesProgramAndFile) {
     std::strcpy(afname, "sound.pt");
     show_title();
     EXPECT_EQ(recorder().window.title, "Quillgrove: sound.pt");
-    std::free(title);
-    title = nullptr;
+    EXPECT_STREQ(title, "Quillgrove: sound.pt");
+}
+
+TEST_F(WindowTest, TitleOfALongNameIsCut) {
+    fill_store(small_content());
+    std::memset(afname, 'n', 255);
+    afname[255] = '\0';
+    show_title();
+    EXPECT_EQ(recorder().window.title, "Quillgrove: " + std::string(243, 'n'));
+}
+
+TEST_F(WindowTest, FlatStartsWithNothingSelected) {
+    fill_store(small_content());
+    flat = 1;
+    select_everything();
+    show_title();
+    EXPECT_EQ(selection_flags(), 0);
+    EXPECT_EQ(selected + found + sweepSelect + selecting, 0);
+    EXPECT_EQ(directSelect, 0);
+    EXPECT_EQ(numfound, 0);
+    const FoundPoints none = {-1, -1, -1, -1, 0};
+    EXPECT_EQ(std::memcmp(&foundSubscriptions, &none, sizeof none), 0);
+}
+
+TEST_F(WindowTest, PerspectiveClearsTheSweepAlone) {
+    fill_store(small_content());
+    select_everything();
+    show_title();
+    EXPECT_EQ(selection_flags(), 4 + 10);
+    EXPECT_EQ(sweepSelect, 0);
+    EXPECT_EQ(selected, 1);
+    EXPECT_EQ(found, 1);
+    EXPECT_EQ(foundSubscriptions.count, 2);
+}
+
+TEST_F(WindowTest, SparesOfTheSummariesAreCleared) {
+    fill_store(small_content());
+    peval[0].spare1 = peval[3].spare2 = 5.0f;
+    show_title();
+    EXPECT_EQ(peval[0].spare1, 0.0f);
+    EXPECT_EQ(peval[3].spare2, 0.0f);
+}
+
+TEST_F(WindowTest, LivePlayHasItsStartValues) {
+    STOP = 1;
+    method = 3;
+    live_gain = 0.9f;
+    wgen.midi_started = 1;
+    start_sound();
+    EXPECT_EQ(STOP, 0);
+    EXPECT_EQ(method, 0);
+    EXPECT_EQ(live_gain, 0.2f);
+    EXPECT_EQ(wgen.midi_started, 0);
 }
 
 TEST_F(WindowTest, WithoutAStoreTheTitleStays) {

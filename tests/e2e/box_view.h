@@ -1,5 +1,5 @@
-// tests/e2e/box_view.h -- where scene points lie in the window under the start camera: 15 units
-// before the middle of the unit square, opened by 5 degrees both ways, whatever the window's
+// tests/e2e/box_view.h -- where scene points lie in the window. The camera stands 15 units before
+// the middle of the unit square and opens by the same angle both ways, whatever the window's
 // proportions.
 #pragma once
 
@@ -7,37 +7,35 @@
 
 #include <cmath>
 
+/// What view drags change.
+struct Pose {
+    double right = 0.0, up = 0.0;        // the picture's shift, scene units
+    double aperture = 5.0;               // degrees
+    double about_x = 0.0, about_y = 0.0; // rotation, degrees
+};
+
 class BoxView {
   public:
-    BoxView(int window_width, int window_height) : width(window_width), height(window_height) {}
-
-    /// Window coordinates of a scene point, in pixels from the left and from the top.
-    double across(double x, double z = 0.0) const {
-        return width * (0.5 + (x - 0.5) / opening(z));
-    }
-    double down(double y, double z = 0.0) const {
-        return height * (0.5 - (y - 0.5) / opening(z));
-    }
+    BoxView(int window_width, int window_height, const Pose &from = {})
+        : width(window_width), height(window_height), pose(from) {}
 
     /// The pixel that holds a scene point.
     Spot spot(double x, double y, double z = 0.0) const {
-        return {static_cast<int>(std::floor(across(x, z))),
-                static_cast<int>(std::floor(down(y, z)))};
-    }
-
-    /// The other way, at Z 0: scene place of the middle of a pixel.
-    double x_of(int pixel) const {
-        return 0.5 + ((pixel + 0.5) / width - 0.5) * opening(0.0);
-    }
-    double y_of(int pixel) const {
-        return 0.5 - ((pixel + 0.5) / height - 0.5) * opening(0.0);
+        const double turn = pose.about_y * radian;
+        const double tilt = pose.about_x * radian;
+        // Seen from the pivot: to the right, up, and away from the camera; the last after the turn.
+        const double right = (x - 0.5) * std::cos(turn) + z * std::sin(turn);
+        const double behind = (x - 0.5) * std::sin(turn) - z * std::cos(turn);
+        const double up = (y - 0.5) * std::cos(tilt) - behind * std::sin(tilt);
+        const double away = (y - 0.5) * std::sin(tilt) + behind * std::cos(tilt);
+        const double opening = 2.0 * (15.0 + away) * std::tan(pose.aperture * 0.5 * radian);
+        return {static_cast<int>(std::floor(width * (0.5 + (right + pose.right) / opening))),
+                static_cast<int>(std::floor(height * (0.5 - (up + pose.up) / opening)))};
     }
 
   private:
-    /// Scene units that the window shows across at this depth.
-    static double opening(double z) {
-        return 2.0 * (15.0 - z) * std::tan(5.0 * 0.5 * 0.0174532925);
-    }
+    static constexpr double radian = 0.0174532925; // a degree
 
     int width, height; // pixels
+    Pose pose;
 };

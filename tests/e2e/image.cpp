@@ -51,6 +51,19 @@ int Image::count(const Rgb &colour) const {
         std::count_if(pixels.begin(), pixels.end(), [&](const Rgb &p) { return near(p, colour); }));
 }
 
+Image Image::part(Spot top_left, Spot bottom_right) const {
+    Image cut;
+    const int left = std::max(top_left.x, 0), top = std::max(top_left.y, 0);
+    cut.width = std::max(std::min(bottom_right.x + 1, width) - left, 0);
+    cut.height = std::max(std::min(bottom_right.y + 1, height) - top, 0);
+    for (int y = top; y < top + cut.height; ++y) {
+        for (int x = left; x < left + cut.width; ++x) {
+            cut.pixels.push_back(at({x, y}));
+        }
+    }
+    return cut;
+}
+
 bool Image::blank() const {
     return std::all_of(pixels.begin(), pixels.end(),
                        [this](const Rgb &p) { return p == pixels.front(); });

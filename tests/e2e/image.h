@@ -37,6 +37,9 @@ struct Image {
     /// How many pixels have about this colour.
     int count(const Rgb &colour) const;
 
+    /// The part from one corner to the other, both included, as far as it lies in the picture.
+    Image part(Spot top_left, Spot bottom_right) const;
+
     /// All pixels are the same, or there are none.
     bool blank() const;
 

@@ -2,6 +2,7 @@
 
 #include "tests/e2e/expected.h"
 
+#include <algorithm>
 #include <filesystem>
 
 WindowTest::WindowTest() : screen(desktop.display()) {}
@@ -16,8 +17,9 @@ void WindowTest::TearDown() {
     }
     std::filesystem::create_directories(PICTURES_DIR);
     const testing::TestInfo *info = testing::UnitTest::GetInstance()->current_test_info();
-    const std::string path =
-        std::string(PICTURES_DIR "/") + info->test_suite_name() + "." + info->name() + ".ppm";
+    std::string name = std::string(info->test_suite_name()) + "." + info->name() + ".ppm";
+    std::replace(name.begin(), name.end(), '/', '-');
+    const std::string path = PICTURES_DIR "/" + name;
     picture.save(path);
     std::printf("the last picture: %s\n", path.c_str());
 }
@@ -46,7 +48,7 @@ void WindowTest::look() {
 }
 
 Spot WindowTest::spot(double x, double y, double z) const {
-    return BoxView(picture.width, picture.height).spot(x, y, z);
+    return BoxView(picture.width, picture.height, pose).spot(x, y, z);
 }
 
 Rgb WindowTest::pixel(double x, double y, double z) const {

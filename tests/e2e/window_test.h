@@ -30,7 +30,7 @@ class WindowTest : public testing::Test {
     /// Takes the picture again when it stands still.
     void look();
 
-    /// The pixel that holds a scene point of the last picture, for its size.
+    /// The pixel that holds a scene point of the last picture, for its size and the pose.
     Rgb pixel(double x, double y, double z = 0.0) const;
     Spot spot(double x, double y, double z = 0.0) const;
 
@@ -41,4 +41,5 @@ class WindowTest : public testing::Test {
     WindowId window = 0;
     std::unique_ptr<Hands> hands;
     Image picture;
+    Pose pose; // kept by tests that drag the view
 };

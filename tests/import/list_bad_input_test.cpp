@@ -96,6 +96,14 @@ TEST_F(ListBadInput, AnEmptyFile) {
     EXPECT_TRUE(ends_with(result.out, closing)) << result.out;
 }
 
+TEST_F(ListBadInput, ATableOfAnotherNameReachesTheListReader) {
+    const ChildResult result =
+        start_on("SDIF 1NVT { TableName Whatever; } SDFC 1TRC 3 1 0 0.0", "");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out,
+              "Opening: a.pt \nSDIF\nSDIF\n1NVT\nWhatever;\nSDFC\n1TRC\nsuccess!\n" + corrupt);
+}
+
 TEST_F(ListBadInput, AFolder) {
     const ChildResult result = start_on_path("/tmp", "\n");
     EXPECT_EQ(result.status, 1);

@@ -1,5 +1,5 @@
 // The repair pass over amplitudes and its question.
-#include "store/evaluate.h"
+#include "store/consolidate.h"
 
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"

@@ -111,4 +111,15 @@ TEST_F(ImportSanity, MovedPartialsHaveTheirPhasesDerivedAnew) {
     EXPECT_NE(parray[0][1].phase, 0.0f);
 }
 
+TEST_F(ImportSanity, OfTheTwoCopiesTheOneThatDidNotMoveKeepsItsPhases) {
+    fill_store({{}, marked(200, 2), marked(301, 2), marked(400, 4)});
+    parray[2][0].phase = 1.0f;
+    parray[2][1].phase = 5.0f;
+    printed(check_import_sanity);
+    ASSERT_EQ(marks(), (std::vector<float>{200, 301, 301}));
+    EXPECT_EQ(parray[1][1].phase, advance_phase(1.0f, 0.1f * 301.0f));
+    EXPECT_EQ(parray[2][0].phase, 1.0f);
+    EXPECT_EQ(parray[2][1].phase, 5.0f);
+}
+
 } // namespace

@@ -220,6 +220,17 @@ TEST_F(RecomputeLogfreq, PositionAndFrequencyAreInverse) {
     }
 }
 
+TEST_F(RecomputeLogfreq, BothConversionsRunInSinglePrecision) {
+    minfreq = 27.5f;
+    const float octaves = static_cast<float>(octaves_of(9000.0f / 27.5f));
+    for (float freq = 30.0f; freq < 9000.0f; freq *= 1.013f) {
+        const float position = freq2logfreq(freq, 9000.0f, 27.5f);
+        EXPECT_EQ(position, static_cast<float>(octaves_of(freq / 27.5f)) / octaves);
+        const float exponent = static_cast<float>(position * octaves * 0.69314718055994530942);
+        EXPECT_EQ(logfreq2freq(position, 9000.0f, 27.5f), 27.5f * expf(exponent));
+    }
+}
+
 TEST_F(RecomputeAmp, LargestAndSmallestOfAllPoints) {
     fill_store(small_content());
     float high = 0.0f;

@@ -76,6 +76,10 @@ TEST(SelectedRuns, AnotherFlagValueContinuesButDoesNotStartARun) {
     EXPECT_EQ(runs_of({"2212202"}, every_run), "0:2-4");
 }
 
+TEST(SelectedRuns, AnotherFlagValueEndsASourceOfNewPartials) {
+    EXPECT_EQ(runs_of({"11211", "1112111", "2111", "1121"}, generating_run), "1:0-2 1:4-6 2:1-3");
+}
+
 TEST(SelectedRuns, LengthCountsBothEnds) {
     EXPECT_EQ(run_length({0, 3, 3}), 1);
     EXPECT_EQ(run_length({0, 3, 7}), 5);

@@ -3,6 +3,7 @@
 
 #include "store/settings.h"
 
+#include "store/phase.h"
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"
 
@@ -217,6 +218,31 @@ TEST_F(Slots, TrimmedSlotsKeepTheirHead) {
     trim_slots(3);
     EXPECT_EQ(parray[0], head);
     EXPECT_EQ(npoints[2], 2);
+}
+
+TEST_F(Slots, AMovedSlotKeepsItsPhases) {
+    fill_store(small_content());
+    parray[1][0].phase = 1.0f;
+    parray[1][1].phase = parray[1][2].phase = 5.0f;
+    move_slot_down(0, false);
+    EXPECT_EQ(parray[0][0].phase, 1.0f);
+    EXPECT_EQ(parray[0][1].phase, 5.0f);
+    EXPECT_EQ(parray[0][2].phase, 5.0f);
+}
+
+TEST_F(Slots, AnEmptySlotMovesToo) {
+    fill_store({{{0, 100, -1}, {1, 100, -1}}, {}, {{0, 300, -1}}});
+    move_slot_down(0, false);
+    EXPECT_EQ(npoints[0], 0);
+    EXPECT_EQ(parray[1], nullptr);
+}
+
+TEST_F(Slots, APartialOfNegativeCountGrowsFromNothing) {
+    fill_store(small_content());
+    npoints[1] = -4;
+    resize_partial(1, 6);
+    EXPECT_EQ(npoints[1], 6);
+    EXPECT_TRUE(all_zero(parray[1], 6 * sizeof(Breakpoint)));
 }
 
 TEST_F(Slots, TrimmedCountsKeepTheirHead) {

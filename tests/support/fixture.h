@@ -12,7 +12,7 @@ struct Point {
 using Partial = std::vector<Point>;
 
 /// Replaces the store by these partials, in dB, unselected, phases 0, ranges derived as after
-/// an import, view and selection at their start values.
+/// an import. View and selection state stay as they are.
 void fill_store(const std::vector<Partial> &content);
 
 /// Four partials: two long ones that overlap, a two-point one and a single point.
