@@ -10,6 +10,7 @@
 #include "toolbox/auxmath3d.h"
 
 #include <GL/freeglut.h>
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -63,18 +64,18 @@ void describe_found(char *text, size_t size) {
 
 void draw_view_line(int y) {
     char line[line_size] = "";
-    char found_text[line_size] = "";
     const char *projection = flat != 0 ? "flat" : "perspective";
     const char *logarithmic = logpos != 0 ? "-log. frequency" : "";
     if (bps == 0 || flat == 0) {
         std::snprintf(line, sizeof line, "Projection: %s%s   Relative zoom: %5.2f  %s ", projection,
                       logarithmic, zoom, " ");
     } else {
-        describe_found(found_text, sizeof found_text);
-        std::snprintf(line, sizeof line,
-                      "Projection: %s%s   Relative zoom: %5.2f   Shift direction%s %s%s     %s",
-                      projection, logarithmic, zoom, X != 0 && Y != 0 ? "s:" : ":",
-                      X != 0 ? "X" : "", Y != 0 ? "Y" : "", found_text);
+        const int used = std::snprintf(
+            line, sizeof line,
+            "Projection: %s%s   Relative zoom: %5.2f   Shift direction%s %s%s     ", projection,
+            logarithmic, zoom, X != 0 && Y != 0 ? "s:" : ":", X != 0 ? "X" : "", Y != 0 ? "Y" : "");
+        const size_t start = std::min(static_cast<size_t>(used), sizeof line - 1);
+        describe_found(line + start, sizeof line - start);
     }
     line_at(y, line);
 }

@@ -2,6 +2,7 @@
 
 #include "display/view.h"
 #include "interact/find.h"
+#include "interact/modifiers.h"
 #include "interact/selection.h"
 #include "interact/unproject.h"
 #include "interact/view_drags.h"
@@ -15,7 +16,6 @@
 namespace {
 
 constexpr int no_modifier_row = -1; // matches what no other row has matched
-constexpr int modifier_mask = 7;    // shift, ctrl, alt; NumLock and others left aside
 constexpr int buttons = 3;
 
 bool button_down[buttons] = {};
@@ -97,15 +97,15 @@ void press_middle_plain(int, int) {
 void press_ignored(int, int) {}
 
 const PressRow press_rows[] = {
-    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_SHIFT, always, press_pan},
-    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_CTRL, always, press_zoom},
-    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_ALT, in_perspective, press_rotate},
-    {GLUT_LEFT_BUTTON, GLUT_ACTIVE_ALT, always, press_deselect},
+    {GLUT_LEFT_BUTTON, shift, always, press_pan},
+    {GLUT_LEFT_BUTTON, ctrl, always, press_zoom},
+    {GLUT_LEFT_BUTTON, alt, in_perspective, press_rotate},
+    {GLUT_LEFT_BUTTON, alt, always, press_deselect},
     {GLUT_LEFT_BUTTON, no_modifier_row, always, press_sweep},
-    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_SHIFT, always, press_unbuilt},
-    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_CTRL, always, press_scale_partials},
-    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_ALT, in_edit_view, press_unbuilt},
-    {GLUT_MIDDLE_BUTTON, GLUT_ACTIVE_ALT, always, press_ignored},
+    {GLUT_MIDDLE_BUTTON, shift, always, press_unbuilt},
+    {GLUT_MIDDLE_BUTTON, ctrl, always, press_scale_partials},
+    {GLUT_MIDDLE_BUTTON, alt, in_edit_view, press_unbuilt},
+    {GLUT_MIDDLE_BUTTON, alt, always, press_ignored},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, in_edit_view, press_point},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, always, press_middle_plain},
 };
@@ -180,9 +180,8 @@ void mouse(int button, int state, int x, int y) {
         return;
     }
     ++input_events;
-    const int modifiers = glutGetModifiers() & modifier_mask;
-    if (modifiers == GLUT_ACTIVE_SHIFT || modifiers == GLUT_ACTIVE_CTRL ||
-        (modifiers == GLUT_ACTIVE_ALT && flat == 0)) {
+    const int modifiers = event_modifiers();
+    if (modifiers == shift || modifiers == ctrl || (modifiers == alt && flat == 0)) {
         selecting = 0;
     }
     if (state == GLUT_DOWN) {

@@ -1,15 +1,26 @@
 #include "store/console.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstring>
 
-bool read_word(char *word, size_t size) {
-    std::fflush(stdout);
+namespace {
+
+/// The first character that is not white space, or EOF.
+int next_solid() {
     int c = std::getchar();
     while (c != EOF && std::isspace(c)) {
         c = std::getchar();
     }
+    return c;
+}
+
+} // namespace
+
+bool read_word(char *word, size_t size) {
+    std::fflush(stdout);
+    int c = next_solid();
     if (c == EOF) {
         return false;
     }
@@ -27,6 +38,35 @@ bool read_word(char *word, size_t size) {
     return true;
 }
 
+bool read_integer(int32_t &value) {
+    std::fflush(stdout);
+    int c = next_solid();
+    const bool negative = c == '-';
+    if (c == '-' || c == '+') {
+        c = std::getchar();
+    }
+    const bool matches = c != EOF && std::isdigit(c);
+    int64_t number = 0;
+    while (c != EOF && std::isdigit(c)) {
+        // Held far outside the type, so that any number of digits is harmless.
+        number = std::min(number * 10 + (c - '0'), int64_t{INT32_MAX} * 2);
+        c = std::getchar();
+    }
+    if (c != EOF) {
+        std::ungetc(c, stdin);
+    }
+    if (matches) {
+        number = negative ? -number : number;
+        value = static_cast<int32_t>(std::clamp<int64_t>(number, INT32_MIN, INT32_MAX));
+    }
+    return matches;
+}
+
+bool read_float(float &value) {
+    std::fflush(stdout);
+    return std::scanf("%f", &value) == 1;
+}
+
 bool read_line(char *line, size_t size) {
     std::fflush(stdout);
     if (std::fgets(line, static_cast<int>(size), stdin) == nullptr) {
@@ -37,6 +77,16 @@ bool read_line(char *line, size_t size) {
         drop_line();
     }
     return true;
+}
+
+void say(const char *text) {
+    const size_t length = std::strlen(text);
+    const char last = length > 0 ? text[length - 1] : ' ';
+    if (last == ' ' || last == '\t' || last == '\n') {
+        std::fputs(text, stdout);
+    } else {
+        std::puts(text);
+    }
 }
 
 void drop_line() {

@@ -61,15 +61,6 @@ void integer_range(int32_t &low, int32_t &high) {
     }
 }
 
-bool has_selected_point(int32_t i) {
-    for (int32_t j = 0; j < npoints[i]; ++j) {
-        if (parray[i][j].selected == 1) {
-            return true;
-        }
-    }
-    return false;
-}
-
 } // namespace
 
 float logfreq2freq(float logfreq, float maxf, float minf) {
@@ -140,6 +131,15 @@ void recompute_all_pitch() {
 void recompute_pitch(int32_t i) {
     peval[i].avgfreq = mean_freq_widening(i);
     set_span();
+}
+
+bool has_selected_point(int32_t i) {
+    for (int32_t j = 0; j < npoints[i]; ++j) {
+        if (parray[i][j].selected == 1) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void recompute_all_phase() {

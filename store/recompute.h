@@ -21,6 +21,9 @@ void recompute_all_pitch();
 /// The same for partial i alone; widens the range, never narrows it.
 void recompute_pitch(int32_t i);
 
+/// Whether any point of partial i is selected.
+bool has_selected_point(int32_t i);
+
 /// Derives the phases of each partial that holds a selected point, from its first phase.
 void recompute_all_phase();
 

@@ -1,5 +1,7 @@
 #include "store/slots.h"
 
+#include "store/settings.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -51,6 +53,11 @@ void trim_counts(int32_t count) {
     npoints = static_cast<int32_t *>(std::realloc(npoints, at_least_one(count) * sizeof(int32_t)));
 }
 
+void trim_slots(int32_t count) {
+    parray = static_cast<Breakpoint **>(
+        std::realloc(parray, at_least_one(count) * sizeof(Breakpoint *)));
+}
+
 void allocate_points() {
     parray = static_cast<Breakpoint **>(std::calloc(at_least_one(partials), sizeof(Breakpoint *)));
     for (int32_t i = 0; i < partials; ++i) {
@@ -90,6 +97,12 @@ void regrow_peval() {
     peval_room = room;
 }
 
+void cover_by_peval() {
+    if (static_cast<size_t>(partials) > peval_room) {
+        regrow_peval();
+    }
+}
+
 void peval_replaced(int32_t count) {
     peval_room = with_spare(count);
 }
@@ -108,6 +121,18 @@ void move_slot_down(int32_t k, bool trace) {
     npoints[k] = npoints[k + 1];
     parray[k] = parray[k + 1];
     parray[k + 1] = nullptr;
+}
+
+void take_out_slot(int32_t part, bool tell_slots) {
+    for (int32_t k = part; k <= partials - 2; ++k) {
+        if (tell_slots && dbp) {
+            std::printf("k = %d\n", k);
+        }
+        move_slot_down(k, verbose != 0);
+    }
+    free_points(parray[partials - 1]);
+    parray[partials - 1] = nullptr;
+    npoints[partials - 1] = 0;
 }
 
 void free_store() {

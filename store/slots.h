@@ -23,6 +23,9 @@ void allocate_index(int32_t count);
 /// Cuts npoints down to exactly `count` elements.
 void trim_counts(int32_t count);
 
+/// Cuts parray down to exactly `count` slots; those behind hold nothing by then.
+void trim_slots(int32_t count);
+
 /// Allocates parray with exactly `partials` slots, each a zero-filled array of npoints[i].
 void allocate_points();
 
@@ -37,6 +40,9 @@ void grow_slots(int32_t extra);
 /// Gives peval room for `partials` records and the spare ones; new records are zero.
 void regrow_peval();
 
+/// The same, but only once the spare records are used up. Runs after `partials` was raised.
+void cover_by_peval();
+
 /// Tells that peval was replaced by an array with room for `count` records and the spare ones.
 void peval_replaced(int32_t count);
 
@@ -47,6 +53,11 @@ void allocate_peval_exactly();
 /// its count standing, so that nothing is owned twice. Prints the compaction line under
 /// `trace`. The phases are the caller's: some edits derive them anew, others keep them.
 void move_slot_down(int32_t k, bool trace);
+
+/// Takes partial `part` out: releases its points and closes the gap, so that slot partials - 1
+/// is left empty. Prints a line for each moved slot when verbose, and before it the slot's
+/// number when `tell_slots` and dbp are set. `partials` and the phases are the caller's.
+void take_out_slot(int32_t part, bool tell_slots);
 
 /// Releases the whole store and the per-partial arrays.
 void free_store();

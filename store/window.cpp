@@ -3,6 +3,7 @@
 #include "display/scene.h"
 #include "display/view.h"
 #include "interact/clear.h"
+#include "interact/menu.h"
 #include "interact/mouse.h"
 #include "interact/selection.h"
 #include "live/live.h"
@@ -51,6 +52,8 @@ void register_callbacks() {
     glutDisplayFunc(maindisplay);
     glutMouseFunc(mouse);
     tCallbackReg = 0;
+    glutMenu();
+    glutAttachMenu(GLUT_RIGHT_BUTTON);
 }
 
 void show_title() {

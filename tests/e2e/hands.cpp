@@ -5,10 +5,11 @@
 namespace {
 
 constexpr const char *menu_name = "freeglut menu";
-constexpr const char *rest = ".01"; // seconds between the steps of a gesture
-constexpr int row_height = 25;      // pixels
-constexpr int menu_border = 2;      // pixels
-constexpr int row_middle = 12;      // pixels from the top of a row
+constexpr const char *rest = ".01";      // seconds between the steps of a gesture
+constexpr const char *menu_rest = ".02"; // the same in menus
+constexpr int row_height = 25;           // pixels
+constexpr int menu_border = 2;           // pixels
+constexpr int row_middle = 12;           // pixels from the top of a row
 constexpr int drag_steps = 4;
 constexpr Duration menu_timeout(5000);
 
@@ -27,8 +28,15 @@ void hold(std::vector<std::string> &words, const std::vector<std::string> &modif
     }
 }
 
-std::vector<std::string> move_words(int x, int y) {
-    return {"mousemove", std::to_string(x), std::to_string(y), "sleep", rest};
+std::vector<std::string> move_words(int x, int y, const char *pause = rest) {
+    return {"mousemove", std::to_string(x), std::to_string(y), "sleep", pause};
+}
+
+/// A window notices the second motion in any case.
+std::vector<std::string> arrive_words(int x, int y, const char *pause = rest) {
+    std::vector<std::string> words = move_words(x - 1, y, pause);
+    add(words, move_words(x, y, pause));
+    return words;
 }
 
 /// Where a drag is after so many of its steps.
@@ -49,9 +57,7 @@ bool Hands::act(const Words &words) const {
 }
 
 bool Hands::move_on_desktop(int x, int y) const {
-    Words words = move_words(x - 1, y); // a window notices the second motion in any case
-    add(words, move_words(x, y));
-    return act(words);
+    return act(arrive_words(x, y));
 }
 
 bool Hands::move(Spot to) const {
@@ -60,12 +66,13 @@ bool Hands::move(Spot to) const {
 }
 
 bool Hands::click(Button button, Spot at, const Words &modifiers) const {
-    Words words;
+    const Frame place = screen.frame(window);
+    Words words = arrive_words(place.x + at.x, place.y + at.y);
     hold(words, modifiers, "keydown");
     add(words, {"mousedown", number_of(button), "sleep", rest, "mouseup", number_of(button)});
     add(words, {"sleep", rest});
     hold(words, modifiers, "keyup");
-    return move(at) && act(words);
+    return act(words);
 }
 
 bool Hands::drag(Button button, Spot from, Spot to, const Words &modifiers) const {
@@ -102,36 +109,68 @@ size_t Hands::menus_on_view() const {
     return screen.windows(menu_name).size();
 }
 
-bool Hands::choose(const std::vector<int> &rows, Spot at, const Words &modifiers) const {
-    if (!click(Button::right, at)) {
-        return false;
-    }
-    const Frame place = screen.frame(window);
-    Frame menu = {place.x + at.x, place.y + at.y, 0, 0};
-    for (size_t level = 0; level < rows.size(); ++level) {
-        if (!wait_until(menu_timeout, [&] { return menus_on_view() > level; })) {
-            return false;
-        }
+/// The menu whose top left is there on the desktop.
+WindowId Hands::wait_for_menu(int x, int y) const {
+    WindowId menu = 0;
+    wait_until(menu_timeout, [&] {
         for (const WindowId shown : screen.windows(menu_name)) {
-            const Frame candidate = screen.frame(shown);
-            if (candidate.x == menu.x && candidate.y == menu.y) {
-                menu.width = candidate.width;
+            const Frame place = screen.frame(shown);
+            if (place.x == x && place.y == y) {
+                menu = shown;
             }
         }
-        const int row = row_height * (rows[level] - 1);
-        const int x = menu.x + menu.width / 2;
-        // Sideways first, then down: a slanted way would cross other rows' submenus.
-        if (menu.width == 0 || !move_on_desktop(x, menu.y + menu_border + row_middle) ||
-            !move_on_desktop(x, menu.y + menu_border + row + row_middle)) {
-            return false;
-        }
-        menu = {menu.x + menu.width, menu.y + row, 0, 0};
+        return menu != 0;
+    });
+    return menu;
+}
+
+/// Straight there: a row on the way that has a submenu would open it.
+Hands::Words Hands::way_to_row(WindowId menu, int row) const {
+    const Frame place = screen.frame(menu);
+    return arrive_words(place.x + place.width / 2,
+                        place.y + menu_border + row_middle + row_height * (row - 1), menu_rest);
+}
+
+bool Hands::move_to_row(WindowId menu, int row) const {
+    return act(way_to_row(menu, row));
+}
+
+WindowId Hands::open_menu(const std::vector<int> &rows, Spot at) const {
+    const Frame place = screen.frame(window);
+    Words press = arrive_words(place.x + at.x, place.y + at.y, menu_rest);
+    add(press, {"mousedown", "3", "sleep", menu_rest, "mouseup", "3"});
+    if (!act(press)) {
+        return 0;
     }
-    Words words;
+    WindowId menu = wait_for_menu(place.x + at.x, place.y + at.y);
+    for (const int row : rows) {
+        if (menu == 0 || !move_to_row(menu, row)) {
+            return 0;
+        }
+        const Frame above = screen.frame(menu);
+        menu = wait_for_menu(above.x + above.width, above.y + row_height * (row - 1));
+    }
+    return menu;
+}
+
+bool Hands::close_menu(Spot beside) const {
+    return click(Button::left, beside) &&
+           wait_until(menu_timeout, [&] { return menus_on_view() == 0; });
+}
+
+bool Hands::choose(const std::vector<int> &rows, Spot at, const Words &modifiers) const {
+    const WindowId menu = open_menu({rows.begin(), rows.end() - 1}, at);
+    if (menu == 0) {
+        return false;
+    }
+    Words words = way_to_row(menu, rows.back());
     hold(words, modifiers, "keydown");
-    add(words, {"mousedown", "1", "sleep", rest, "mouseup", "1", "sleep", rest});
-    hold(words, modifiers, "keyup");
-    return act(words) && wait_until(menu_timeout, [&] { return menus_on_view() == 0; });
+    add(words, {"mousedown", "1", "sleep", menu_rest, "mouseup", "1"});
+    const bool chosen =
+        act(words) && wait_until(menu_timeout, [&] { return menus_on_view() == 0; });
+    Words release;
+    hold(release, modifiers, "keyup");
+    return (release.empty() || act(release)) && chosen;
 }
 
 bool Hands::resize(int width, int height) const {

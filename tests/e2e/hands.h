@@ -35,8 +35,18 @@ class Hands {
     /// One stroke of a key, as xdotool names it: "a", "ctrl+l", "shift+alt+Left".
     bool key(const std::string &name, Spot at) const;
 
+    /// Opens the pop-up menu at the spot and goes down by these rows, counted from 1, each of
+    /// which opens a submenu. The last menu's window, 0 when a menu did not show.
+    WindowId open_menu(const std::vector<int> &rows, Spot at) const;
+
+    /// Moves the pointer onto a row of an open menu, counted from 1.
+    bool move_to_row(WindowId menu, int row) const;
+
+    /// Closes the menus by a click beside them; false when they stay.
+    bool close_menu(Spot beside) const;
+
     /// Opens the pop-up menu at the spot and chooses an entry: the row in each menu on the way,
-    /// counted from 1. `modifiers` are held during the choosing click. False when a menu did
+    /// counted from 1. `modifiers` are held until the choice is taken. False when a menu did
     /// not show.
     bool choose(const std::vector<int> &rows, Spot at,
                 const std::vector<std::string> &modifiers = {}) const;
@@ -48,7 +58,9 @@ class Hands {
     using Words = std::vector<std::string>;
     bool act(const Words &words) const;
     bool move_on_desktop(int x, int y) const;
+    Words way_to_row(WindowId menu, int row) const;
     size_t menus_on_view() const;
+    WindowId wait_for_menu(int x, int y) const;
 
     const DesktopView &screen;
     std::string display;

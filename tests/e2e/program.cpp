@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <poll.h>
 #include <pty.h>
+#include <sstream>
 #include <termios.h>
 #include <unistd.h>
 
@@ -181,4 +184,24 @@ int Program::exit_status(Duration timeout) {
         child = -1;
     }
     return status.value_or(-1);
+}
+
+double Program::busy_seconds() const {
+    std::ifstream file("/proc/" + std::to_string(child) + "/stat");
+    const std::string text((std::istreambuf_iterator<char>(file)), {});
+    // The name in parentheses comes second and may hold blanks; the times of user and system
+    // are the twelfth and thirteenth field behind it, in clock ticks.
+    const size_t behind_name = text.rfind(')');
+    if (behind_name == std::string::npos) {
+        return 0.0;
+    }
+    std::istringstream fields(text.substr(behind_name + 1));
+    std::string skipped;
+    for (int i = 0; i < 11; ++i) {
+        fields >> skipped;
+    }
+    double user = 0.0;
+    double system = 0.0;
+    fields >> user >> system;
+    return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }

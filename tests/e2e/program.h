@@ -37,6 +37,9 @@ class Program {
     /// Reads what is there now, for `time` at most while it comes.
     void listen(Duration time);
 
+    /// Processor time that the run has taken so far, in seconds.
+    double busy_seconds() const;
+
     /// All output so far, lines ended by a bare newline; with pipes, standard output alone.
     std::string output() const;
 

@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace {
 
@@ -44,6 +45,60 @@ TEST(Console, AWordLeavesItsNewline) {
         EXPECT_TRUE(read_line(line, sizeof line));
     });
     EXPECT_STREQ(line, "\n");
+}
+
+/// What read_integer makes of an input, 77 before it, and what it leaves unread.
+struct Reading {
+    bool matched;
+    int32_t value;
+    std::string rest;
+    bool operator==(const Reading &) const = default;
+};
+
+Reading integer_of(const std::string &input) {
+    Reading reading = {false, 77, ""};
+    char rest[64] = "";
+    conversation(input, [&] {
+        reading.matched = read_integer(reading.value);
+        read_line(rest, sizeof rest);
+    });
+    reading.rest = rest;
+    return reading;
+}
+
+TEST(Console, AWholeNumberEndsWhereItsDigitsEnd) {
+    EXPECT_EQ(integer_of(" \n 12 next"), (Reading{true, 12, " next"}));
+    EXPECT_EQ(integer_of("-12.5"), (Reading{true, -12, ".5"}));
+    EXPECT_EQ(integer_of("+3x"), (Reading{true, 3, "x"}));
+    EXPECT_EQ(integer_of("007\n"), (Reading{true, 7, "\n"}));
+}
+
+TEST(Console, WithoutDigitsTheWholeNumberStands) {
+    EXPECT_EQ(integer_of("abc"), (Reading{false, 77, "abc"}));
+    EXPECT_EQ(integer_of("-x"), (Reading{false, 77, "x"}));
+    EXPECT_EQ(integer_of("  "), (Reading{false, 77, ""}));
+}
+
+TEST(Console, AWholeNumberOutOfRangeIsHeld) {
+    EXPECT_EQ(integer_of("2147483648"), (Reading{true, INT32_MAX, ""}));
+    EXPECT_EQ(integer_of("-2147483648"), (Reading{true, INT32_MIN, ""}));
+    EXPECT_EQ(integer_of("-99999999999999999999999"), (Reading{true, INT32_MIN, ""}));
+}
+
+TEST(Console, AFloatStandsUnlessANumberComes) {
+    float value = 1.5f;
+    char word[16] = "";
+    conversation("x -2.5e1y", [&] {
+        EXPECT_FALSE(read_float(value));
+        EXPECT_EQ(value, 1.5f);
+        EXPECT_TRUE(read_word(word, sizeof word));
+        EXPECT_TRUE(read_float(value));
+        EXPECT_EQ(value, -25.0f);
+        EXPECT_TRUE(read_word(word, sizeof word));
+        EXPECT_FALSE(read_float(value));
+    });
+    EXPECT_STREQ(word, "y");
+    EXPECT_EQ(value, -25.0f);
 }
 
 TEST(Console, ALineKeepsItsNewline) {

@@ -1,6 +1,8 @@
 // Ownership: point arrays of exact length, per-partial arrays with spare elements.
 #include "store/slots.h"
 
+#include "store/settings.h"
+
 #include "store/phase.h"
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"
@@ -166,6 +168,56 @@ TEST_F(Slots, AMovedSlotHandsItsPointsDown) {
 TEST_F(Slots, AMovedSlotTellsUnderTheSwitch) {
     fill_store(small_content());
     EXPECT_EQ(printed([] { move_slot_down(2, true); }), "Compacting partial #    2\n");
+}
+
+TEST_F(Slots, APartialTakenOutLeavesTheLastSlotEmpty) {
+    fill_store(small_content());
+    const Breakpoint *last = parray[3];
+    EXPECT_EQ(printed([] { take_out_slot(1, true); }), "");
+    EXPECT_EQ(npoints[0], 4);
+    EXPECT_EQ(npoints[1], 2);
+    EXPECT_EQ(parray[2], last);
+    EXPECT_EQ(npoints[2], 1);
+    EXPECT_EQ(parray[3], nullptr);
+    EXPECT_EQ(npoints[3], 0);
+    EXPECT_EQ(partials, 4);
+}
+
+TEST_F(Slots, TakingOutTellsTheMoves) {
+    verbose = 1;
+    dbp = 1;
+    fill_store(small_content());
+    EXPECT_EQ(printed([] { take_out_slot(2, true); }), "k = 2\nCompacting partial #    2\n");
+    fill_store(small_content());
+    EXPECT_EQ(printed([] { take_out_slot(2, false); }), "Compacting partial #    2\n");
+    fill_store(small_content());
+    EXPECT_EQ(printed([] { take_out_slot(3, true); }), "");
+    EXPECT_EQ(parray[3], nullptr);
+}
+
+TEST_F(Slots, SummariesGrowOnceTheSpareOnesAreUsedUp) {
+    fill_store(small_content());
+    grow_slots(101);
+    partials += 100;
+    peval[103].spare1 = 2.0f;
+    const size_t size = malloc_usable_size(peval);
+    cover_by_peval();
+    EXPECT_EQ(malloc_usable_size(peval), size);
+    ++partials;
+    cover_by_peval();
+    EXPECT_GE(malloc_usable_size(peval), 205 * sizeof(PartialEval));
+    EXPECT_EQ(peval[103].spare1, 2.0f);
+    EXPECT_TRUE(all_zero(peval + 104, 101 * sizeof(PartialEval)));
+}
+
+TEST_F(Slots, TrimmedSlotsKeepTheirHead) {
+    fill_store(small_content());
+    const Breakpoint *head = parray[0];
+    take_out_slot(3, false);
+    partials = 3;
+    trim_slots(3);
+    EXPECT_EQ(parray[0], head);
+    EXPECT_EQ(npoints[2], 2);
 }
 
 TEST_F(Slots, AMovedSlotKeepsItsPhases) {

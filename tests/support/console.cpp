@@ -3,17 +3,29 @@
 #include <cstdio>
 #include <cstdlib>
 
-std::string printed(const std::function<void()> &work) {
+namespace {
+
+std::string captured(FILE *&stream, const std::function<void()> &work) {
     char *text = nullptr;
     size_t size = 0;
-    FILE *kept = stdout;
-    stdout = open_memstream(&text, &size);
+    FILE *kept = stream;
+    stream = open_memstream(&text, &size);
     work();
-    std::fclose(stdout);
-    stdout = kept;
+    std::fclose(stream);
+    stream = kept;
     std::string result(text, size);
     std::free(text);
     return result;
+}
+
+} // namespace
+
+std::string printed(const std::function<void()> &work) {
+    return captured(stdout, work);
+}
+
+std::string complained(const std::function<void()> &work) {
+    return captured(stderr, work);
 }
 
 std::string conversation(const std::string &input, const std::function<void()> &work) {

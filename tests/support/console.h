@@ -9,3 +9,6 @@ std::string printed(const std::function<void()> &work);
 
 /// What `work` prints while standard input holds `input` and then ends.
 std::string conversation(const std::string &input, const std::function<void()> &work);
+
+/// What `work` prints on standard error.
+std::string complained(const std::function<void()> &work);

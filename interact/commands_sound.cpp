@@ -1,0 +1,134 @@
+#include "interact/command.h"
+
+#include "interact/modifiers.h"
+#include "interact/selection.h"
+#include "live/live.h"
+#include "live/shared.h"
+#include "store/console.h"
+#include "store/misc.h"
+#include "store/settings.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr int16_t play_mode = 900;
+
+/// How a modifier steers a synthesis entry.
+struct SynthRow {
+    int modifiers;        // -1 for all that no other row names
+    const char *announce; // printed before the further line, may be empty
+    int16_t param;        // mode of the render
+    const char *line;
+    bool can_cancel; // a name of "-c" ends the dialogue
+};
+
+const SynthRow all_rows[] = {
+    {ctrl, "", 881, "Synthesize AIFF file all parts. debug mode: ", true},
+    {shift, "", 8, "Synthesize AIFF file all parts. debug w. fp file: ", false},
+    {-1, "", 88, "Synthesize AIFF audio file from all partials: ", true},
+};
+
+const SynthRow selected_rows[] = {
+    {ctrl, "Synth: All... ", 88, "Synthesize AIFF file select parts. debug mode: ", true},
+    {shift, "Synth: All... ", 8,
+     "Synthesize AIFF file select parts. debug mode\npreserving floating point file: ", true},
+    {-1, "", 88, "Synthesize AIFF audio file from select partials: ", true},
+};
+
+/// Asks for the sound file's name; an empty reply takes the analysis file's. False when it is
+/// cancelled or the input ends.
+bool read_sound_name(char *name, size_t size, bool can_cancel) {
+    say("Enter the audio file name (no extension): ");
+    get_path(name, 1);
+    if (can_cancel && std::strcmp(name, "-c") == 0) {
+        std::puts("Command cancelled");
+        return false;
+    }
+    if (name[0] == '\0' && std::feof(stdin)) {
+        return false;
+    }
+    if (name[0] == '\0') {
+        std::snprintf(name, size, "%s", afname);
+    }
+    return true;
+}
+
+/// The renderers join here, each with its own call.
+bool synthesize(std::span<const SynthRow> rows, int modifiers) {
+    for (const SynthRow &row : rows) {
+        if (row.modifiers != modifiers && row.modifiers != -1) {
+            continue;
+        }
+        char name[sizeof afname] = "";
+        say(row.announce);
+        menu_state.param = row.param;
+        say(row.line);
+        if (read_sound_name(name, sizeof name, row.can_cancel)) {
+            wip();
+        }
+        return false;
+    }
+    return false;
+}
+
+bool synthesize_all(int modifiers) {
+    return synthesize(all_rows, modifiers);
+}
+
+bool synthesize_selected(int modifiers) {
+    if (sweepSelect == 0) {
+        std::puts("Invalid Selection Mode for: Synth");
+        return false;
+    }
+    say("Synth: Selected...\t ");
+    return synthesize(selected_rows, modifiers);
+}
+
+bool play_all(int) {
+    menu_state.param = play_mode;
+    wip();
+    return true;
+}
+
+bool play_selected(int) {
+    if (sweepSelect == 0) {
+        std::puts("Invalid Selection Mode for: Play Selected");
+        return false;
+    }
+    say("Play select partials: ");
+    menu_state.param = play_mode;
+    wip();
+    return true;
+}
+
+bool play_zone(int) {
+    if (peek(zgen.playing) == 0) {
+        selecting = 0;
+        poke(liveSynth, 0);
+        poke(STOP, uint8_t{0});
+        wip();
+    }
+    return true;
+}
+
+bool quit(int) {
+    std::exit(0);
+}
+
+const Command rows[] = {
+    {27, true, "Synth: All... ", nullptr, nullptr, synthesize_all, nullptr},
+    {28, false, "", nullptr, nullptr, synthesize_selected, nullptr},
+    {71, false, "Play All Partials ", nullptr, nullptr, play_all, finish_redisplay},
+    {72, false, "", nullptr, nullptr, play_selected, finish_redisplay},
+    {75, false, "Play zone: ", nullptr, nullptr, play_zone, finish_redisplay},
+    {29, false, "Quillgrove QUIT", nullptr, nullptr, quit, nullptr},
+};
+
+} // namespace
+
+std::span<const Command> sound_commands() {
+    return rows;
+}
