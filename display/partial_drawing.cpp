@@ -14,13 +14,9 @@ namespace {
 
 constexpr float pointer_mark_size = 4.0f; // pixels
 
-bool in_store(int32_t part, int32_t point) {
-    return part >= 0 && part < partials && point >= 0 && point < npoints[part];
-}
-
 /// Outside the flat view the marker's depth is the plain level in dB, far off the box.
 void draw_marker(int32_t part, int32_t point) {
-    if (!in_store(part, point)) {
+    if (!point_exists(part, point)) {
         return;
     }
     const Breakpoint &at = parray[part][point];

@@ -23,10 +23,6 @@ bool on(uint8_t flag) {
     return peek(flag) != 0;
 }
 
-bool point_exists(int32_t part, int32_t point) {
-    return part >= 0 && part < partials && point >= 0 && point < npoints[part];
-}
-
 void line_at(int y, const char *text) {
     drawGLString(left_edge, static_cast<float>(y), text);
 }

@@ -15,8 +15,7 @@ constexpr double octave = 0.6931472;
 
 Breakpoint *single_found_point() {
     const FoundPoints &queue = foundSubscriptions;
-    if (directSelect == 0 || queue.count != 1 || queue.part0 < 0 || queue.part0 >= partials ||
-        queue.point0 < 0 || queue.point0 >= npoints[queue.part0]) {
+    if (directSelect == 0 || queue.count != 1 || !point_exists(queue.part0, queue.point0)) {
         return nullptr;
     }
     return &parray[queue.part0][queue.point0];

@@ -66,5 +66,11 @@ extern float nlogmaxfreq; // natural logarithm of the span
 extern float oldmaxfreq;  // Hz
 extern float oldminfreq;  // Hz
 
+/// Whether a pair of numbers, as the found points hold them, names a point of the store: an edit
+/// may have left it stale.
+inline bool point_exists(int32_t part, int32_t point) {
+    return part >= 0 && part < partials && point >= 0 && point < npoints[part];
+}
+
 /// Start values of the store, before any file is read.
 void reset_store_globals();
