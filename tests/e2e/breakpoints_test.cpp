@@ -1,5 +1,7 @@
 #include "tests/e2e/breakpoints_test.h"
 
+#include "tests/e2e/expected.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -48,7 +50,10 @@ std::string axis_name(const testing::TestParamInfo<FrequencyAxis> &info) {
 }
 
 void BreakpointsTest::open() {
-    show(GetParam() == FrequencyAxis::linear ? "-fb" : "-fbl");
+    folder.write("tones.pt", tones_file());
+    const std::string options = GetParam() == FrequencyAxis::linear ? "-fb" : "-fbl";
+    ASSERT_NO_FATAL_FAILURE(launch({"tones.pt", options}, "tones.pt"));
+    expect_points({});
     ASSERT_TRUE(program->expect("\n"));
     told = program->output().size();
 }

@@ -34,12 +34,16 @@ void WindowTest::show(const std::string &options) {
 }
 
 void WindowTest::start(const std::vector<std::string> &arguments, const std::string &title_name) {
+    ASSERT_NO_FATAL_FAILURE(launch(arguments, title_name));
+    look();
+}
+
+void WindowTest::launch(const std::vector<std::string> &arguments, const std::string &title_name) {
     program = std::make_unique<Program>(Launch{arguments, folder.path(), desktop.display(), true});
     ASSERT_TRUE(program->expect("max clip planes = ")) << program->output();
     window = screen.find("Quillgrove: " + title_name);
     ASSERT_NE(window, 0u) << program->output();
     hands = std::make_unique<Hands>(screen, desktop.display(), window);
-    look();
 }
 
 void WindowTest::look() {

@@ -27,6 +27,9 @@ class WindowTest : public testing::Test {
     /// The same for any arguments; `title` is the file's name as the window shows it.
     void start(const std::vector<std::string> &arguments, const std::string &title_name);
 
+    /// The same without waiting for a picture.
+    void launch(const std::vector<std::string> &arguments, const std::string &title_name);
+
     /// Takes the picture again when it stands still.
     void look();
 
