@@ -3,6 +3,8 @@
 #include "tests/e2e/expected.h"
 #include "tests/e2e/menu_rows.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr Spot menu_spot = {20, 20};
@@ -37,6 +39,10 @@ void MenuTest::begin_on(const std::string &content, const std::string &options) 
         arguments.push_back(options);
     }
     start(arguments, "tones.pt");
+    listen_from_now();
+}
+
+void MenuTest::listen_from_now() {
     program->listen(Duration(20));
     heard = program->output().size();
 }
@@ -52,6 +58,17 @@ void MenuTest::expect_said(const std::string &text) {
     program->listen(surplus);
     const std::string all = program->output();
     EXPECT_EQ(all.substr(heard), text);
+    heard = all.size();
+}
+
+void MenuTest::expect_said_around(const std::string &begin, const std::string &end) {
+    program->expect(end, patience);
+    program->listen(surplus);
+    const std::string all = program->output();
+    const std::string said = all.substr(heard);
+    EXPECT_TRUE(said.starts_with(begin)) << said.substr(0, begin.size() + 80);
+    EXPECT_TRUE(said.ends_with(end))
+        << said.substr(said.size() - std::min(said.size(), size_t{200}));
     heard = all.size();
 }
 

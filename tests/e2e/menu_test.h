@@ -28,11 +28,17 @@ class MenuTest : public WindowTest {
     /// The same on a file of this content.
     void begin_on(const std::string &content, const std::string &options);
 
+    /// What the program says from now on is examined.
+    void listen_from_now();
+
     /// Chooses an entry by the texts on the way to it: "Process/Shift/Gain...".
     void choose(const std::string &way, const std::vector<std::string> &modifiers = {});
 
     /// Waits for this text and compares it with all that was said since the last call.
     void expect_said(const std::string &text);
+
+    /// Waits until all that was said since the last call begins and ends with these texts.
+    void expect_said_around(const std::string &begin, const std::string &end);
 
     /// Chooses, replies and compares.
     void expect_dialogue(const std::string &way, const std::string &reply, const std::string &text);
