@@ -39,7 +39,8 @@ const char *const tame_words[] = {
     "0x10", "1/0", "-",   "+",    ".",  "e",    "\x01\xff\x80"};
 const char *const wild_words[] = {
     "nan", "inf", "-inf", "1e39", "-1e39", "99999999999", "-99999999999999999999", "1e-46"};
-const char *const letters[] = {"h", "i", "s", "l", "e", "1", "\xff", "-"};
+const char *const types[] = {"a", "e", "o", "p", "a", "h", "1", "\xff", "-"};
+const char *const decays[] = {"c", "l", "r", "i", "q", "e", "b", "c", "s", "\xff"};
 const char *const names[] = {"/nonexistent/x", "/nonexistent/a\\ b", "/nonexistent/\x01\xfe"};
 
 void (*const selection_operations[])() = {
@@ -246,8 +247,7 @@ std::string RandomCommands::random_words(int32_t most) {
 std::string RandomCommands::random_replies(int value, int modifiers) {
     const std::string opening = one_in(15) ? "" : one_in(10) ? "left over\n" : "\n";
     if (value == 80) {
-        const std::string words[] = {random_word(), any_of(letters), random_word(),
-                                     any_of(letters)};
+        const std::string words[] = {random_word(), any_of(types), random_word(), any_of(decays)};
         std::string text = "\n";
         for (int32_t k = 0, n = one_in(3) ? below(5) : 4; k < n; ++k) {
             text += words[k] + "\n";
