@@ -110,7 +110,8 @@ void next_segment(const Render &render, Voice &voice, float (*slope)(int32_t, in
     voice.j = j;
 }
 
-/// One frame on. The first `soft` radians of the phase fade in; `soft` is compared as `limit`.
+/// One frame on. A phase up to `limit` radians fades in, as its share of `soft`, the same limit in
+/// single precision.
 float step(Voice &voice, float radians_per_hz, double limit, float soft) {
     voice.f += voice.dF;
     voice.phi += radians_per_hz * voice.f;
@@ -135,7 +136,9 @@ void add(const Render &render, int64_t n, float sample) {
 
 void render_partial(const Render &render, int32_t p) {
     const Breakpoint *points = render.array[p];
-    const int64_t end = render.frame(points[render.counts[p] - 1].time) - 1;
+    // What lies behind the buffer is not heard, so it need not be run through.
+    const int64_t end =
+        std::min(render.frame(points[render.counts[p] - 1].time) - 1, render.frames);
     int64_t n = render.frame(points[0].time);
     if (verbose != 0) {
         std::printf("//... rendering partial# %5d:\t%f\t%f\n", p, points[0].freq, points[0].amp);

@@ -27,6 +27,7 @@ void drop_sound() {
     fBuffer = nullptr;
     fbuffersize = 0;
     R = 44100.0;
+    sndlen = 0.0f;
 }
 
 } // namespace

@@ -86,7 +86,7 @@ TEST(ByteOrder, ShortFromBytesTakesTheLowOneAsSigned) {
 TEST(ByteOrder, LongReversed) {
     EXPECT_EQ(lbytes_swap(0x01020304), 0x04030201);
     EXPECT_EQ(lbytes_swap(0x000000FF), 0xFF000000);
-    EXPECT_EQ(lbytes_swap(-1), -int64_t{0xFF000000});
+    EXPECT_EQ(lbytes_swap(-1), -0x1000000);
 }
 
 TEST(ByteOrder, ShortExchangedWithThe255) {
