@@ -13,73 +13,81 @@ namespace {
 
 /// The partials of a stripe.
 struct Stripe {
-    int32_t index, count;
+    int64_t index, count;
 
-    template <typename Work> void each(Work work) const {
-        for (int64_t p = index; p < partials; p += count) {
+    /// Calls `work` for those with points among the stripe's members [from, to).
+    template <typename Work> void each(int64_t from, int64_t to, Work work) const {
+        for (int64_t p = index + from * count; p < partials && from < to; p += count, ++from) {
             if (npoints[p] > 0) {
                 work(static_cast<int32_t>(p));
             }
         }
     }
+
+    int64_t size() const {
+        return partials > index ? (partials - index + count - 1) / count : 0;
+    }
 };
 
-/// True when voices are long enough to make up for listing them.
-bool worth_listing(const Stripe &stripe) {
+/// True when these members, by every fourth of them, are long enough to make up for listing
+/// them as voices.
+bool worth_listing(const Stripe &stripe, int64_t from, int64_t to) {
     constexpr double frames_a_voice = 48.0;
-    double frames = 0.0, voices = 0.0;
-    stripe.each([&](int32_t p) {
+    double seconds = 0.0, voices = 0.0;
+    const Stripe sample = {stripe.index + from * stripe.count, stripe.count * 4};
+    sample.each(0, (to - from) / 4, [&](int32_t p) {
         const Breakpoint *point = parray[p];
-        frames += (static_cast<double>(point[npoints[p] - 1].time) - point[0].time) * R;
+        seconds += static_cast<double>(point[npoints[p] - 1].time) - point[0].time;
         voices += 1.0;
     });
-    return frames >= frames_a_voice * voices;
+    return seconds * R >= frames_a_voice * voices;
 }
 
-bool fast_form(const Stripe &stripe) {
-    return bank_form == BankForm::best && vectors_at_hand() && worth_listing(stripe);
-}
-
-/// Renders the orderly partials as voices and the others by the plain form in between, so that
+/// Renders long orderly partials as voices and the others by the plain form in between, so that
 /// all are added in their order.
 template <typename Append, typename Plain>
 void render_fast(const Stripe &stripe, Append append, Plain plain, float *out) {
+    constexpr int64_t run = 64; // members weighed together
     FastBank bank(oscillator_rate(R).per_hz);
     VoiceList list;
-    stripe.each([&](int32_t p) {
-        if (orderly(p)) {
-            append(list, p);
-            return;
-        }
-        bank.render(list, out);
-        plain(p);
-    });
+    for (int64_t from = 0; from < stripe.size(); from += run) {
+        const bool listed = worth_listing(stripe, from, from + run);
+        stripe.each(from, from + run, [&](int32_t p) {
+            if (listed && orderly(p)) {
+                append(list, p);
+                return;
+            }
+            if (!list.voices.empty()) {
+                bank.render(list, out);
+            }
+            plain(p);
+        });
+    }
     bank.render(list, out);
+}
+
+template <typename Append, typename Plain>
+void render(const Stripe &stripe, Append append, Plain plain, float *out) {
+    if (bank_form == BankForm::best && vectors_at_hand()) {
+        render_fast(stripe, append, plain, out);
+    } else {
+        stripe.each(0, stripe.size(), plain);
+    }
 }
 
 } // namespace
 
 void render_stripe(int32_t index, int32_t count, float *out, int64_t frames) {
-    const Stripe stripe = {index, count};
-    const auto plain = [&](int32_t p) { plain_partial(p, out, frames); };
-    if (!fast_form(stripe)) {
-        stripe.each(plain);
-        return;
-    }
-    render_fast(
-        stripe, [&](VoiceList &list, int32_t p) { append_partial(list, p, frames); }, plain, out);
+    render(
+        {index, count}, [&](VoiceList &list, int32_t p) { append_partial(list, p, frames); },
+        [&](int32_t p) { plain_partial(p, out, frames); }, out);
 }
 
 void render_selected_stripe(int32_t index, int32_t count, bool look_behind, float *out,
                             int64_t frames) {
-    const Stripe stripe = {index, count};
     StretchFade fade = {false, look_behind};
-    const auto plain = [&](int32_t p) { plain_stretches(p, fade, out, frames); };
-    if (!fast_form(stripe)) {
-        stripe.each(plain);
-        return;
-    }
-    render_fast(
-        stripe, [&](VoiceList &list, int32_t p) { append_stretches(list, p, fade, frames); }, plain,
-        out);
+    render(
+        {index, count},
+        [&](VoiceList &list, int32_t p) { append_stretches(list, p, fade, frames); },
+        [&](int32_t p) { plain_stretches(p, fade, out, frames); }, out);
 }

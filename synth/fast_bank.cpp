@@ -59,6 +59,10 @@ void FastBank::render_block(int64_t block, float *out) {
 }
 
 void FastBank::render(VoiceList &list, float *out) {
+    if (list.voices.empty()) {
+        list.clear();
+        return;
+    }
     list.finish();
     order_by_start(list.voices);
     entered_ = 0;

@@ -1,8 +1,8 @@
 // Compiled once for each kind of vector; see voice_kernels.h.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "synth/voice_kernels.cpp"
-// Vectors of unknown length cannot be kept in arrays.
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
+// Vectors of unknown length cannot be kept in arrays; SSSE3 alone has no choice by sign.
+#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV | HWY_SSSE3)
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -48,8 +48,9 @@ constexpr float two_pi_head = 0x1.921fb4p+2f;
 constexpr float two_pi_rest = 0x1.4442d2p-22f;
 
 /// Sine of doubles, good for a rounding to single precision: the nearest multiple of pi/2 is
-/// taken off, then the polynomial of sine or cosine runs, in the order of operations of the
-/// usual single-precision library sine, whose results it shares.
+/// taken off, then the polynomial of sine or cosine runs with the coefficients of the usual
+/// single-precision library sine, whose results it shares. Both polynomials go through the same
+/// operations: r + r r^2 (s1 + ...) and 1 + r^2 (c1 + ...).
 template <class D> HWY_INLINE hn::Vec<D> SineOfDoubles(D d, hn::Vec<D> x) {
     const hn::RebindToUnsigned<D> du;
     using V = hn::Vec<D>;
@@ -58,22 +59,18 @@ template <class D> HWY_INLINE hn::Vec<D> SineOfDoubles(D d, hn::Vec<D> x) {
     const V turns = hn::Sub(shifted, whole);
     const V r = hn::NegMulAdd(turns, hn::Set(d, 0x1.921FB54442D18p0), x);
     const auto bits = hn::BitCast(du, shifted);
-    const auto odd = hn::MaskFromVec(
-        hn::BitCast(d, hn::Sub(hn::Zero(du), hn::And(bits, hn::Set(du, uint64_t{1})))));
+    const V odd = hn::BitCast(d, hn::ShiftLeft<63>(bits)); // negative where cosine is due
     const auto sign = hn::And(hn::ShiftLeft<62>(bits), hn::Set(du, uint64_t{1} << 63));
+    const auto either = [&](double cosine, double sine) HWY_ATTR {
+        return hn::IfNegativeThenElse(odd, hn::Set(d, cosine), hn::Set(d, sine));
+    };
     const V r2 = hn::Mul(r, r);
-    const V r3 = hn::Mul(r, r2);
-    const V sine_low = hn::MulAdd(r3, hn::Set(d, -0x1.555545995a603p-3), r);
-    const V sine_high =
-        hn::MulAdd(r2, hn::Set(d, -0x1.994eb3774cf24p-13), hn::Set(d, 0x1.1107605230bc4p-7));
-    const V sine = hn::MulAdd(hn::Mul(r3, r2), sine_high, sine_low);
-    const V r4 = hn::Mul(r2, r2);
-    const V cos_low = hn::MulAdd(r2, hn::Set(d, -0x1.ffffffd0c621cp-2), hn::Set(d, 1.0));
-    const V cos_mid = hn::MulAdd(r4, hn::Set(d, 0x1.55553e1068f19p-5), cos_low);
-    const V cos_high =
-        hn::MulAdd(r2, hn::Set(d, 0x1.99343027bf8c3p-16), hn::Set(d, -0x1.6c087e89a359dp-10));
-    const V cosine = hn::MulAdd(hn::Mul(r4, r2), cos_high, cos_mid);
-    return hn::Xor(hn::IfThenElse(odd, cosine, sine), hn::BitCast(d, sign));
+    const V base = hn::IfNegativeThenElse(odd, hn::Set(d, 1.0), r);
+    V sum = either(0x1.99343027bf8c3p-16, 0.0);
+    sum = hn::MulAdd(sum, r2, either(-0x1.6c087e89a359dp-10, -0x1.994eb3774cf24p-13));
+    sum = hn::MulAdd(sum, r2, either(0x1.55553e1068f19p-5, 0x1.1107605230bc4p-7));
+    sum = hn::MulAdd(sum, r2, either(-0x1.ffffffd0c621cp-2, -0x1.555545995a603p-3));
+    return hn::Xor(hn::MulAdd(hn::Mul(base, r2), sum, base), hn::BitCast(d, sign));
 }
 
 HWY_INLINE Vector Sine(Vector x) {
@@ -109,16 +106,15 @@ struct Lanes {
     const Segment *next[lane_count];
 };
 
-/// Runs `count` vectors of lanes from lane `lane` on over `frames` frames.
-template <size_t count>
-HWY_INLINE void AdvanceParts(Lanes &lanes, size_t lane, float per_hz, float *ph_out, float *a_out,
-                             size_t frames) {
+/// Runs all lanes over `frames` frames. Their chains of operations, each waiting for the one
+/// before, overlap.
+HWY_INLINE void Advance(Lanes &lanes, float per_hz, float *ph_out, float *a_out, size_t frames) {
     const Floats d;
     const Vector k = hn::Set(d, per_hz), limit = hn::Set(d, four_pi_f);
     const Vector head = hn::Set(d, two_pi_head), rest = hn::Set(d, two_pi_rest);
-    Vector a[count], da[count], f[count], df[count], ph[count], low[count], high[count];
-    for (size_t m = 0; m < count; ++m) {
-        const size_t at = lane + m * width;
+    Vector a[parts], da[parts], f[parts], df[parts], ph[parts], low[parts], high[parts];
+    for (size_t m = 0; m < parts; ++m) {
+        const size_t at = m * width;
         a[m] = hn::Load(d, lanes.a + at);
         da[m] = hn::Load(d, lanes.da + at);
         f[m] = hn::Load(d, lanes.f + at);
@@ -128,7 +124,7 @@ HWY_INLINE void AdvanceParts(Lanes &lanes, size_t lane, float per_hz, float *ph_
         high[m] = hn::Load(d, lanes.high + at);
     }
     for (size_t n = 0; n < frames; ++n) {
-        for (size_t m = 0; m < count; ++m) {
+        for (size_t m = 0; m < parts; ++m) {
             a[m] = hn::Add(a[m], da[m]);
             f[m] = hn::Add(f[m], df[m]);
             const Vector ahead = hn::Add(ph[m], hn::Mul(f[m], k));
@@ -136,24 +132,17 @@ HWY_INLINE void AdvanceParts(Lanes &lanes, size_t lane, float per_hz, float *ph_
             low[m] = hn::Min(low[m], ahead);
             high[m] = hn::Max(high[m], ahead);
             ph[m] = hn::IfThenElse(hn::Gt(ahead, limit), wrapped, ahead);
-            hn::Store(ph[m], d, ph_out + n * lane_count + lane + m * width);
-            hn::Store(a[m], d, a_out + n * lane_count + lane + m * width);
+            hn::Store(ph[m], d, ph_out + n * lane_count + m * width);
+            hn::Store(a[m], d, a_out + n * lane_count + m * width);
         }
     }
-    for (size_t m = 0; m < count; ++m) {
-        const size_t at = lane + m * width;
+    for (size_t m = 0; m < parts; ++m) {
+        const size_t at = m * width;
         hn::Store(a[m], d, lanes.a + at);
         hn::Store(f[m], d, lanes.f + at);
         hn::Store(ph[m], d, lanes.ph + at);
         hn::Store(low[m], d, lanes.low + at);
         hn::Store(high[m], d, lanes.high + at);
-    }
-}
-
-HWY_INLINE void Advance(Lanes &lanes, float per_hz, float *ph_out, float *a_out, size_t frames) {
-    constexpr size_t together = parts < 2 ? parts : 2; // more would not fit the registers
-    for (size_t m = 0; m < parts; m += together) {
-        AdvanceParts<together>(lanes, m * width, per_hz, ph_out, a_out, frames);
     }
 }
 
