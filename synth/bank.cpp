@@ -5,7 +5,7 @@
 #include "synth/plain_bank.h"
 #include "synth/sound.h"
 
-#include <algorithm>
+#include <cstddef>
 
 BankForm bank_form = BankForm::best;
 
@@ -43,6 +43,13 @@ bool worth_listing(const Stripe &stripe, int64_t from, int64_t to) {
     return seconds * R >= frames_a_voice * voices;
 }
 
+/// Points of all members, as many as there can be segments.
+size_t points_of(const Stripe &stripe) {
+    size_t points = 0;
+    stripe.each(0, stripe.size(), [&](int32_t p) { points += static_cast<size_t>(npoints[p]); });
+    return points;
+}
+
 /// Renders long orderly partials as voices and the others by the plain form in between, so that
 /// all are added in their order.
 template <typename Append, typename Plain>
@@ -52,6 +59,9 @@ void render_fast(const Stripe &stripe, Append append, Plain plain, float *out) {
     VoiceList list;
     for (int64_t from = 0; from < stripe.size(); from += run) {
         const bool listed = worth_listing(stripe, from, from + run);
+        if (listed && list.segments.capacity() == 0) {
+            list.segments.reserve(points_of(stripe)); // untouched pages cost nothing
+        }
         stripe.each(from, from + run, [&](int32_t p) {
             if (listed && orderly(p)) {
                 append(list, p);
