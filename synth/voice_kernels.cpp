@@ -1,7 +1,8 @@
 // Compiled once for each kind of vector; see voice_kernels.h.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "synth/voice_kernels.cpp"
-// Vectors of unknown length cannot be kept in arrays; SSSE3 alone has no choice by sign.
+// Vectors of unknown length cannot be kept in arrays; with no more than SSSE3 a choice by the sign
+// of doubles goes wrong.
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV | HWY_SSSE3)
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>

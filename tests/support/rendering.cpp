@@ -6,12 +6,15 @@
 #include "synth/bank.h"
 #include "synth/sound.h"
 #include "synth/syn.h"
+#include "synth/voice_kernels.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <hwy/highway.h>
 #include <random>
+#include <set>
 
 namespace {
 
@@ -161,4 +164,19 @@ void fill_awkward_store(unsigned seed, int32_t count, float seconds) {
             parray[p][i].selected = choice < 5 ? 1 : 0;
         }
     }
+}
+
+void on_each_kind(const std::function<void()> &work) {
+    int64_t disabled = 0;
+    std::set<std::string> done;
+    for (int64_t target : hwy::SupportedAndGeneratedTargets()) {
+        hwy::DisableTargets(disabled);
+        disabled |= target;
+        if (vectors_at_hand() && done.insert(vector_kind()).second) {
+            SCOPED_TRACE(vector_kind());
+            work();
+        }
+    }
+    hwy::DisableTargets(0);
+    EXPECT_EQ(done.count(vector_kind()), vectors_at_hand() ? 1u : 0u);
 }

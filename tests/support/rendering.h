@@ -5,6 +5,7 @@
 #include "tests/support/fixture.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -41,3 +42,6 @@ testing::AssertionResult same_bits(const Samples &x, const Samples &y);
 /// Random partials of every awkward kind, reproducible: close points, equal times, one-frame
 /// segments, negative phases, high and runaway frequencies, points that go back in time.
 void fill_awkward_store(unsigned seed, int32_t count, float seconds);
+
+/// Runs `work` on each kind of vectors that the processor has, from the widest down.
+void on_each_kind(const std::function<void()> &work);

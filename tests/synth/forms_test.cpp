@@ -2,11 +2,11 @@
 #include "synth/bank.h"
 #include "synth/sound.h"
 #include "synth/syn.h"
-#include "synth/voice_kernels.h"
 #include "tests/support/child.h"
 #include "tests/support/rendering.h"
 
-#include <hwy/highway.h>
+#include <cmath>
+#include <limits>
 
 namespace {
 
@@ -34,17 +34,6 @@ void expect_same_forms(int64_t frames) {
             }
         }
     }
-}
-
-template <typename Work> void on_each_kind(Work work) {
-    int64_t disabled = 0;
-    for (int64_t target : hwy::SupportedAndGeneratedTargets()) {
-        hwy::DisableTargets(disabled);
-        SCOPED_TRACE(vector_kind());
-        work();
-        disabled |= target;
-    }
-    hwy::DisableTargets(0);
 }
 
 /// Partials that glide as an analysis has them: a point each 10 ms, some late, some short.

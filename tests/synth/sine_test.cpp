@@ -1,5 +1,6 @@
 // The vector sine against sinf, for every kind of vectors that this processor has.
 #include "synth/voice_kernels.h"
+#include "tests/support/rendering.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -50,19 +51,6 @@ void compare_sines(uint32_t step) {
     EXPECT_EQ(differing, 0u);
 }
 
-/// Runs `work` on each kind of vectors from the widest down.
-template <typename Work> void on_each_kind(Work work) {
-    int64_t disabled = 0;
-    for (int64_t target : hwy::SupportedAndGeneratedTargets()) {
-        hwy::DisableTargets(disabled);
-        SCOPED_TRACE(vector_kind());
-        EXPECT_STREQ(vector_kind(), hwy::TargetName(target));
-        work();
-        disabled |= target;
-    }
-    hwy::DisableTargets(0);
-}
-
 } // namespace
 
 TEST(VectorSine, IsSinfOnEvery997thFloat) {
@@ -103,8 +91,11 @@ TEST(VectorSine, WrapInTwoStepsEqualsTheWrapInDoublePrecision) {
     EXPECT_EQ(differing, 0u);
 }
 
-TEST(VectorSine, TheBestVectorsAreChosenAndNoneLeaveThePlainForm) {
-    EXPECT_EQ(vectors_at_hand(), hwy::SupportedAndGeneratedTargets().size() > 1);
+TEST(VectorSine, TheWidestVectorsAreChosenAndNoneWhereThereAreNone) {
+    const int64_t widest = hwy::SupportedAndGeneratedTargets().front();
+    if (vectors_at_hand()) {
+        EXPECT_STREQ(vector_kind(), hwy::TargetName(widest));
+    }
     hwy::DisableTargets(~int64_t{0});
     EXPECT_FALSE(vectors_at_hand());
     hwy::DisableTargets(0);
