@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/store.h"
+#include "synth/slopes.h"
 #include "toolbox/auxmath3d.h"
 
 #include <cmath>
@@ -35,13 +36,6 @@ inline int64_t frame_of(float seconds, double hz) {
         return 0;
     }
     return static_cast<int64_t>(frame < most ? frame : most);
-}
-
-/// Hz a second from point j of partial p to the next; its phase difference counts as cycles.
-inline float segment_tanfreq(int32_t p, int32_t j) {
-    const Breakpoint *at = parray[p] + j;
-    return ((at[1].freq - at[0].freq) + (at[1].phase - at[0].phase) / 6.2831855f) /
-           (at[1].time - at[0].time);
 }
 
 /// Moves on by one frame. A phase above 4 pi comes back by one turn, never by more.

@@ -14,7 +14,7 @@ void start_segment(Oscillator &o, int32_t p, int32_t i, const OscillatorRate &ra
     o.a = db2amp(at[0].amp);
     o.da = ((db2amp(at[1].amp) - o.a) / (at[1].time - at[0].time)) / rate.per_sec;
     o.f = at[0].freq;
-    o.df = segment_tanfreq(p, i) / rate.per_sec;
+    o.df = find_tanfreq(p, i) / rate.per_sec;
 }
 
 /// The same for a segment of a selected stretch: a due fade-in starts it from silence, an

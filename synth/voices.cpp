@@ -31,7 +31,7 @@ Segment slopes(int32_t p, int32_t i, Levels &levels, const OscillatorRate &rate)
     const float from = levels.at(i);
     const float to = levels.at(i + 1);
     const float da = ((to - from) / (at[1].time - at[0].time)) / rate.per_sec;
-    return {from, da, at[0].freq, segment_tanfreq(p, i) / rate.per_sec, 0};
+    return {from, da, at[0].freq, find_tanfreq(p, i) / rate.per_sec, 0};
 }
 
 void fade_segment(Segment &segment, int32_t p, int32_t i, bool fade_in, Levels &levels,
