@@ -40,6 +40,12 @@ struct Render {
     int64_t frame(float time) const {
         return whole_frames(time * rate);
     }
+
+    /// The frame at which a voice of this start begins to run. Frames before the sound are run
+    /// but not heard, at most as many as the sound has.
+    int64_t run_in(float start) const {
+        return std::max(frame(start), -frames);
+    }
 };
 
 /// One oscillator on its way along a partial.
@@ -60,13 +66,6 @@ Voice voice_at(const Render &render, int32_t part, int32_t point, float phase) {
 /// Whether the partial has a point of this number.
 bool has_point(const Render &render, const Voice &voice, int32_t point) {
     return point < render.counts[voice.part];
-}
-
-float frequency_step(const Render &render, int32_t part, int32_t j) {
-    const Breakpoint *points = render.array[part];
-    return ((points[j + 1].freq - points[j].freq) +
-            (points[j + 1].phase - points[j].phase) / two_pi_f) /
-           (points[j + 1].time - points[j].time) / render.rate;
 }
 
 /// Frames from point j + 1 to the one after; the last gap where there is none.
@@ -105,7 +104,7 @@ void next_segment(const Render &render, Voice &voice, float (*slope)(int32_t, in
     const int32_t j = voice.j + 1;
     if (has_point(render, voice, j + 1)) {
         voice.dA = slope(voice.part, j) / render.rate;
-        voice.dF = frequency_step(render, voice.part, j);
+        voice.dF = find_tanfreq(voice.part, j) / render.rate;
     }
     voice.j = j;
 }
@@ -139,7 +138,7 @@ void render_partial(const Render &render, int32_t p) {
     // What lies behind the buffer is not heard, so it need not be run through.
     const int64_t end =
         std::min(render.frame(points[render.counts[p] - 1].time) - 1, render.frames);
-    int64_t n = render.frame(points[0].time);
+    int64_t n = render.run_in(points[0].time);
     if (verbose != 0) {
         std::printf("//... rendering partial# %5d:\t%f\t%f\n", p, points[0].freq, points[0].amp);
     }
@@ -148,7 +147,7 @@ void render_partial(const Render &render, int32_t p) {
     }
     Voice voice = voice_at(render, p, 0, 0.0f);
     voice.dA = lin_tanamp(p, 0) / render.rate;
-    voice.dF = frequency_step(render, p, 0);
+    voice.dF = find_tanfreq(p, 0) / render.rate;
     const float radians_per_hz = two_pi_f / render.rate;
     for (; n < end; ++n) {
         if (has_point(render, voice, voice.j + 1) && n > render.frame(points[voice.j + 1].time)) {
@@ -199,7 +198,7 @@ Voice start_stretch(const Render &render, const SynthStretch &stretch) {
     }
     if (more) {
         voice.dA = (first == 0 ? lin_tanamp(p, 0) : lins_tanamp(p, first)) / render.rate;
-        voice.dF = frequency_step(render, p, first);
+        voice.dF = find_tanfreq(p, first) / render.rate;
     }
     return voice;
 }
@@ -220,8 +219,9 @@ void pass_point(const Render &render, const SynthStretch &stretch, int64_t index
 
 void render_stretch(const Render &render, const SynthStretch &stretch, int64_t index) {
     const Breakpoint *points = render.array[stretch.part];
-    int64_t n = render.frame(points[stretch.first].time);
-    const int64_t stop = render.frame(points[stretch.last].time);
+    int64_t n = render.run_in(points[stretch.first].time);
+    // The last frame may be the one behind the buffer; what lies farther away is not heard.
+    const int64_t stop = std::min(render.frame(points[stretch.last].time), render.frames);
     if (verbose != 0) {
         std::printf("//... rendering partial# %5ld:\t%f\t%f\n", static_cast<long>(index),
                     points[stretch.first].freq, points[stretch.first].amp);

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr double pi = 3.141592653589793;
+constexpr float infinity = std::numeric_limits<float>::infinity();
 
 } // namespace
 
@@ -45,7 +46,6 @@ TEST_F(Synth33, StartPhaseOfThePointIsNotUsed) {
     for (int j = 0; j < 3; ++j) {
         parray[0][j].phase = 1.0f;
     }
-    std::remove(path("tone.fp").c_str());
     EXPECT_EQ(rendered(), plain);
 }
 
@@ -154,6 +154,28 @@ TEST_F(Synth33, FramesBeforeTheBufferAreRunButNotWritten) {
     EXPECT_NEAR(samples[0], -1.0, 1e-6); // the third of the voice's frames
 }
 
+TEST_F(Synth33, TimesFarOutsideTheSoundTakeNoTime) {
+    for (const float time : {-1e30f, -infinity}) {
+        fill_store({even(4)});
+        parray[0][0].time = time;
+        select(0, 0, 3);
+        sndlen = 1.5f;
+        EXPECT_EQ(rendered().size(), 12u) << time;
+        EXPECT_EQ(rendered(1).size(), 12u) << time;
+    }
+    // A lone last point counts from the partial's first one.
+    for (const float time : {1e30f, infinity}) {
+        fill_store({even(4)});
+        parray[0][0].time = time;
+        select(0, 3, 3);
+        EXPECT_EQ(rendered(1).size(), 12u) << time;
+    }
+    fill_store({even(4)});
+    parray[0][3].time = 1e30f;
+    sndlen = 1.5f;
+    EXPECT_EQ(rendered().size(), 12u);
+}
+
 TEST_F(Synth33, NegativeLengthRendersNothing) {
     fill_store({even(3)});
     sndlen = -1.0f;
@@ -161,20 +183,24 @@ TEST_F(Synth33, NegativeLengthRendersNothing) {
 }
 
 TEST_F(Synth33, EqualAndUnorderedTimesAreHarmless) {
-    const float nan = std::nanf("");
-    for (const float time : {0.5f, 0.0f, 1.0f, 0.9f, nan, std::numeric_limits<float>::infinity()}) {
+    for (const float time : {0.5f, 0.0f, 1.0f, 0.9f, std::nanf(""), infinity, -infinity}) {
+        SCOPED_TRACE(time);
         fill_store({even(4)});
         parray[0][2].time = time;
         sndlen = 1.5f;
-        EXPECT_EQ(rendered().size() % 12, 0u) << time;
+        EXPECT_EQ(rendered().size(), 12u);
         select(0, 0, 3);
-        parray[0][2].selected = time < 2.0f ? 1 : 0;
-        run(80, 1);
-        parray[0][3].time = time;
-        if (time < 2.0f) {
-            run(80, 0);
-            run(80, 1);
+        if (time == infinity) {
+            parray[0][2].selected = 0; // else the sound is as long as the memory
         }
+        EXPECT_EQ(rendered(1).size(), 12u);
+        if (time == infinity) {
+            continue;
+        }
+        parray[0][3].time = time;
+        EXPECT_EQ(rendered().size(), 12u);
+        const float longest = std::fmax(0.5f, time);
+        EXPECT_EQ(rendered(1).size(), static_cast<size_t>(longest * 8.0f));
     }
 }
 

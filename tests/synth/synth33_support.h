@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,9 @@ class Synth33 : public SoundTest {
         });
     }
 
-    /// The floats of a render.
+    /// The floats of one render; those of an earlier one are gone.
     std::vector<float> rendered(int32_t select = 0) {
+        std::remove(path("tone.fp").c_str());
         run(80, select);
         return floats_of("tone.fp");
     }
