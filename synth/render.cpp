@@ -3,8 +3,11 @@
 #include "live/shared.h"
 #include "synth/sound.h"
 
+#include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 int64_t render_frames = 0;
 
@@ -17,7 +20,12 @@ int64_t whole_rate_frames(float seconds) {
 }
 
 float *silent_buffer(int64_t frames) {
-    return static_cast<float *>(std::calloc(static_cast<size_t>(frames) + 1, sizeof(float)));
+    const size_t size = static_cast<size_t>(frames) + 1;
+    float *buffer = static_cast<float *>(std::calloc(size, sizeof(float)));
+    if (buffer == nullptr) {
+        std::fprintf(stderr, "synthesis: %s\n", std::strerror(errno));
+    }
+    return buffer;
 }
 
 void set_sound(float *buffer) {

@@ -9,7 +9,8 @@
 /// product in single precision. At least 0.
 int64_t whole_rate_frames(float seconds);
 
-/// A zero-filled buffer from calloc, at least one float long.
+/// A zero-filled buffer from calloc, at least one float long. Null, with a line on standard error,
+/// where there is no memory for it.
 float *silent_buffer(int64_t frames);
 
 /// Makes `buffer` the rendered sound. The player may be reading the global.

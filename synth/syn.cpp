@@ -41,7 +41,8 @@ int32_t run_workers(int32_t count, void *(*body)(void *), int64_t frames) {
     render_frames = frames;
     std::vector<Worker> workers(static_cast<size_t>(count)); // never moves: threads hold addresses
     int32_t running = 0;
-    while (running < count && (fBuffW[running] = silent_buffer(frames)) != nullptr) {
+    while (fBuffW != nullptr && running < count &&
+           (fBuffW[running] = silent_buffer(frames)) != nullptr) {
         Worker &worker = workers[static_cast<size_t>(running)];
         worker.argument = {running, count};
         worker.thread.start(body, &worker.argument);

@@ -6,6 +6,7 @@
 #include "live/shared.h"
 #include "store/settings.h"
 #include "synth/aiff.h"
+#include "synth/render.h"
 #include "synth/slopes.h"
 #include "synth/sound.h"
 #include "synth/sound_files.h"
@@ -13,11 +14,9 @@
 #include "toolbox/auxmath3d.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -258,11 +257,8 @@ void allocate_samples(Render &render) {
     render.frames = render.frame(render.length);
     std::printf("//Allocating %ld bytes buffer RAM\n", static_cast<long>(render.frames * 4));
     render.frames = std::max<int64_t>(render.frames, 0);
-    // One more, so that a null pointer always means that memory has run out.
-    render.samples =
-        static_cast<float *>(std::calloc(static_cast<size_t>(render.frames) + 1, sizeof(float)));
+    render.samples = silent_buffer(render.frames);
     if (render.samples == nullptr) {
-        std::fprintf(stderr, "synthesis: %s\n", std::strerror(errno));
         render.frames = 0;
         render.number = 0;
     }

@@ -4,6 +4,7 @@
 #include "synth/bank.h"
 #include "synth/sound.h"
 #include "synth/syn.h"
+#include "tests/support/child.h"
 #include "tests/support/console.h"
 #include "tests/support/rendering.h"
 
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <unistd.h>
 
@@ -270,6 +272,78 @@ TEST_F(Renderers, Mode881WritesFloatsToo) {
     std::fclose(file);
     EXPECT_TRUE(same_bits(written, sound()));
 }
+
+// --- files that cannot be written, and files that are there ------------------------------------
+
+namespace {
+
+/// What a render of the small content into `file` says behind its first lines.
+std::string writing(const std::string &file) {
+    return "//Opening file\t\t  \"" + file +
+           "\"\n//Writing header\t  length =  0.600\trate = 44100.00\n"
+           "//Writing sound data...\n//Deallocating buffers...\n//\ts_DONE!\n";
+}
+
+} // namespace
+
+TEST_F(Renderers, FolderThatIsMissingCostsOneLineAndKeepsTheSound) {
+    use_workers(2);
+    const Samples expected = normalised(mixed(2, true, small_frames));
+    const std::vector<Breakpoint> points(parray[0], parray[0] + npoints[0]);
+    const ChildResult result = in_child("", [&] {
+        synssumWT(88, path("no/sound"));
+        const bool same_points =
+            std::memcmp(points.data(), parray[0], points.size() * sizeof(Breakpoint)) == 0;
+        std::printf("%d %d %d\n", static_cast<bool>(same_bits(sound(), expected)), same_points,
+                    partials);
+    });
+    const std::string file = (folder_ / "no/sound.AIFF").string();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, writing(file) + "1 1 4\n");
+    EXPECT_EQ(result.err, file + ": No such file or directory\n");
+}
+
+TEST_F(Renderers, FullDiskCostsOneLineAFileAndKeepsTheSound) {
+    use_workers(2);
+    const Samples expected = normalised(mixed(2, true, small_frames));
+    fs::create_symlink("/dev/full", folder_ / "sound.AIFF");
+    fs::create_symlink("/dev/full", folder_ / "sound.fp");
+    const ChildResult result = in_child("", [&] {
+        synssumWT(881, path("sound"));
+        std::printf("%d\n", static_cast<bool>(same_bits(sound(), expected)));
+    });
+    const std::string file = (folder_ / "sound").string();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, writing(file + ".AIFF") + "1\n");
+    EXPECT_EQ(result.err,
+              file + ".fp: No space left on device\n" + file + ".AIFF: No space left on device\n");
+}
+
+TEST_F(Renderers, SecondRenderIntoTheSameNameGoesBehindTheFirst) {
+    use_workers(2);
+    const std::string first = printed([this] { synssumWT(881, path("sound")); });
+    EXPECT_EQ(first, writing(path_));
+    EXPECT_EQ(printed([this] { synssumWT(881, path("sound")); }), first);
+    EXPECT_EQ(fs::file_size(folder_ / "sound.AIFF"), 54u + 4u * small_frames);
+    EXPECT_EQ(fs::file_size(folder_ / "sound.fp"), 8u * small_frames);
+    EXPECT_EQ(fbuffersize, small_frames);
+}
+
+TEST_F(Renderers, SoundTooLongForMemoryIsEmptyAndCostsOneLine) {
+    if (sanitized()) {
+        GTEST_SKIP() << "the sanitizers end the process at such an allocation";
+    }
+    sndlen = 1e12f;
+    const ChildResult result = in_child("", [this] {
+        synssumWT(88, path("sound"));
+        std::printf("%ld\n", static_cast<long>(fbuffersize));
+    });
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.out.ends_with("//\ts_DONE!\n0\n")) << result.out;
+    EXPECT_EQ(result.err, "synthesis: Cannot allocate memory\n");
+}
+
+// --- the older ones ----------------------------------------------------------------------------
 
 TEST_F(Renderers, SynsumWTCFreesItsBufferAndLeavesAnEarlierOne) {
     use_workers(2);
