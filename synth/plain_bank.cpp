@@ -114,17 +114,18 @@ void plain_partial(int32_t p, float *out, int64_t frames) {
     o.ph = point[0].phase;
     for (int32_t i = 0; i < last; ++i) {
         int64_t n = frame_of(point[i].time, rate.hz);
-        const int64_t next = frame_of(point[i + 1].time, rate.hz);
-        const int64_t stop = std::min({next, end, frames});
+        const int64_t stop = std::min(frame_of(point[i + 1].time, rate.hz), end);
         if (n >= stop) {
             continue; // no frames: the slopes, infinite where two times are equal, are not used
         }
-        start_segment(o, p, i, rate);
-        for (; n < stop; ++n) {
+        if (n < frames) {
+            start_segment(o, p, i, rate);
+        }
+        for (const int64_t heard = std::min(stop, frames); n < heard; ++n) {
             advance(o, rate.per_hz);
             out[n] += sample_at(o.ph, o.a);
         }
-        if (n == end) {
+        if (stop == end) {
             return;
         }
     }

@@ -175,6 +175,17 @@ TEST_P(BankLaw, ShorterBuffersHoldTheHeadOfTheSound) {
     EXPECT_TRUE(same_bits(stripe(0, 1, 9001), Samples(whole.begin(), whole.begin() + 9001)));
 }
 
+// The partial is done where it reaches the time of its last point, heard or not: what goes back
+// in time behind that is not rendered.
+TEST_P(BankLaw, APartialThatGoesBackInTimeEndsAtItsEndInShorterBuffersToo) {
+    fill_store(
+        {{{0.0f, 440.0f, 0.0f}, {1.0f, 440.0f, 0.0f}, {0.01f, 90.0f, 0.0f}, {0.5f, 99.0f, 0.0f}}});
+    const Samples whole = stripe(0, 1, 22050);
+    EXPECT_TRUE(same_bits(stripe(0, 1, 11025), Samples(whole.begin(), whole.begin() + 11025)));
+    parray[0][2].time = 0.7f;
+    EXPECT_TRUE(same_bits(stripe(0, 1, 22050), whole));
+}
+
 TEST_P(BankLaw, TimesOutOfRangeAreBounded) {
     const float huge = std::numeric_limits<float>::max();
     const float nan = std::numeric_limits<float>::quiet_NaN();
