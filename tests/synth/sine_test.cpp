@@ -59,7 +59,7 @@ TEST(VectorSine, IsSinfOnEvery997thFloat) {
 
 TEST(VectorSine, IsSinfOnEveryFloat) {
     if (std::getenv("QUILLGROVE_EVERY_FLOAT") == nullptr) {
-        GTEST_SKIP() << "takes a minute; set QUILLGROVE_EVERY_FLOAT to run it";
+        GTEST_SKIP() << "takes minutes; set QUILLGROVE_EVERY_FLOAT to run it";
     }
     on_each_kind([] { compare_sines(1); });
 }
