@@ -70,7 +70,9 @@ FileBytes SoundTest::bytes_of(const std::string &file) const {
 std::vector<float> SoundTest::floats_of(const std::string &file) const {
     const FileBytes bytes = bytes_of(file);
     std::vector<float> floats(bytes.size() / sizeof(float));
-    std::memcpy(floats.data(), bytes.data(), floats.size() * sizeof(float));
+    if (!floats.empty()) {
+        std::memcpy(floats.data(), bytes.data(), floats.size() * sizeof(float));
+    }
     return floats;
 }
 
