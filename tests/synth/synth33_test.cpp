@@ -22,6 +22,7 @@ class Synth33Talk : public Synth33 {
     }
     void TearDown() override {
         play_rendered = kept;
+        fplayer = {};
         Synth33::TearDown();
     }
 
