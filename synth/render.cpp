@@ -55,14 +55,10 @@ float factor_to_peak(float peak) {
 }
 
 void scale_sound(float factor, int64_t frames) {
+    float *sound = fBuffer;
     for (int64_t n = 0; n < frames; ++n) {
-        poke(fBuffer[n], fBuffer[n] * factor);
+        poke(sound[n], sound[n] * factor);
     }
-}
-
-float peak_with(float peak, float sample) {
-    const float size = std::fabs(sample);
-    return size > peak ? size : peak;
 }
 
 void RenderThread::start(void *(*body)(void *), void *argument) {

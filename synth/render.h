@@ -2,6 +2,7 @@
 // buffers, the peak of 0.7, and the threads.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <pthread.h>
 
@@ -30,7 +31,10 @@ float factor_to_peak(float peak);
 void scale_sound(float factor, int64_t frames);
 
 /// The larger of `peak` and the sample's size; what is no number leaves it alone.
-float peak_with(float peak, float sample);
+inline float peak_with(float peak, float sample) {
+    const float size = std::fabs(sample);
+    return size > peak ? size : peak;
+}
 
 /// A thread of the render. Where none can be had, the work runs on the caller's.
 struct RenderThread {

@@ -57,18 +57,40 @@ int32_t run_workers(int32_t count, void *(*body)(void *), int64_t frames) {
     return running;
 }
 
+constexpr int64_t mix_block = 1024; // frames summed before they are stored where the player reads
+
+/// Sums frames [from, from + frames) of fBuffer and of the workers' buffers, each frame in their
+/// order; `peaks` rise to the sums' sizes. By itself so that the compiler makes vectors of it.
+void sum_block(int32_t count, int64_t from, int64_t frames, float *sum, float (&peaks)[16]) {
+    std::copy(fBuffer + from, fBuffer + from + frames, sum);
+    for (int32_t k = 0; k < count; ++k) {
+        const float *part = fBuffW[k] + from;
+        for (int64_t n = 0; n < frames; ++n) {
+            sum[n] += part[n];
+        }
+    }
+    int64_t n = 0;
+    for (; n + 16 <= frames; n += 16) {
+        for (int64_t i = 0; i < 16; ++i) {
+            peaks[i] = peak_with(peaks[i], sum[n + i]);
+        }
+    }
+    for (; n < frames; ++n) {
+        peaks[0] = peak_with(peaks[0], sum[n]);
+    }
+}
+
 /// Sums the workers' buffers into fBuffer in their order. Returns the peak.
 float mix(int32_t count, int64_t frames) {
-    float peak = 0.0f;
-    for (int64_t n = 0; n < frames; ++n) {
-        float sum = fBuffer[n];
-        for (int32_t k = 0; k < count; ++k) {
-            sum += fBuffW[k][n];
+    float peaks[16] = {}, sum[mix_block];
+    for (int64_t from = 0; from < frames; from += mix_block) {
+        const int64_t here = std::min(mix_block, frames - from);
+        sum_block(count, from, here, sum, peaks);
+        for (int64_t n = 0; n < here; ++n) {
+            poke(fBuffer[from + n], sum[n]);
         }
-        poke(fBuffer[n], sum);
-        peak = peak_with(peak, sum);
     }
-    return peak;
+    return *std::max_element(peaks, peaks + 16);
 }
 
 void free_worker_buffers(int32_t count) {
