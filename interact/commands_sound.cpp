@@ -7,6 +7,9 @@
 #include "store/console.h"
 #include "store/misc.h"
 #include "store/settings.h"
+#include "store/store.h"
+#include "synth/syn.h"
+#include "synth/synth3d.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,7 +17,21 @@
 
 namespace {
 
+constexpr int16_t file_mode = 88;
 constexpr int16_t play_mode = 900;
+
+void render_all(char *name) {
+    synsumWT(file_mode, name);
+}
+
+void render_selected(char *name) {
+    synssumWT(file_mode, name);
+}
+
+/// The diagnostic driver, for all partials or for selected stretches.
+template <int32_t select> void diagnose(char *name) {
+    synth33(sndstart, menu_state.param, name, parray, npoints, partials, select);
+}
 
 /// How a modifier steers a synthesis entry.
 struct SynthRow {
@@ -23,19 +40,22 @@ struct SynthRow {
     int16_t param;        // mode of the render
     const char *line;
     bool can_cancel; // a name of "-c" ends the dialogue
+    void (*render)(char *name);
 };
 
 const SynthRow all_rows[] = {
-    {ctrl, "", 881, "Synthesize AIFF file all parts. debug mode: ", true},
-    {shift, "", 8, "Synthesize AIFF file all parts. debug w. fp file: ", false},
-    {-1, "", 88, "Synthesize AIFF audio file from all partials: ", true},
+    {ctrl, "", 881, "Synthesize AIFF file all parts. debug mode: ", true, diagnose<0>},
+    {shift, "", 8, "Synthesize AIFF file all parts. debug w. fp file: ", false, diagnose<0>},
+    {-1, "", 88, "Synthesize AIFF audio file from all partials: ", true, render_all},
 };
 
 const SynthRow selected_rows[] = {
-    {ctrl, "Synth: All... ", 88, "Synthesize AIFF file select parts. debug mode: ", true},
+    {ctrl, "Synth: All... ", 88, "Synthesize AIFF file select parts. debug mode: ", true,
+     diagnose<1>},
     {shift, "Synth: All... ", 8,
-     "Synthesize AIFF file select parts. debug mode\npreserving floating point file: ", true},
-    {-1, "", 88, "Synthesize AIFF audio file from select partials: ", true},
+     "Synthesize AIFF file select parts. debug mode\npreserving floating point file: ", true,
+     diagnose<1>},
+    {-1, "", 88, "Synthesize AIFF audio file from select partials: ", true, render_selected},
 };
 
 /// Asks for the sound file's name; an empty reply takes the analysis file's. False when it is
@@ -56,7 +76,7 @@ bool read_sound_name(char *name, size_t size, bool can_cancel) {
     return true;
 }
 
-/// The renderers join here, each with its own call.
+/// Runs the entry's first row that the modifiers fit.
 bool synthesize(std::span<const SynthRow> rows, int modifiers) {
     for (const SynthRow &row : rows) {
         if (row.modifiers != modifiers && row.modifiers != -1) {
@@ -67,7 +87,7 @@ bool synthesize(std::span<const SynthRow> rows, int modifiers) {
         menu_state.param = row.param;
         say(row.line);
         if (read_sound_name(name, sizeof name, row.can_cancel)) {
-            wip();
+            row.render(name);
         }
         return false;
     }
@@ -89,7 +109,7 @@ bool synthesize_selected(int modifiers) {
 
 bool play_all(int) {
     menu_state.param = play_mode;
-    wip();
+    synsumWT(play_mode, nullptr);
     return true;
 }
 
@@ -100,7 +120,7 @@ bool play_selected(int) {
     }
     say("Play select partials: ");
     menu_state.param = play_mode;
-    wip();
+    synssumWT(play_mode, nullptr);
     return true;
 }
 

@@ -53,12 +53,17 @@ void MenuTest::choose(const std::string &way, const std::vector<std::string> &mo
     ASSERT_TRUE(hands->choose(rows, menu_spot, modifiers)) << way;
 }
 
-void MenuTest::expect_said(const std::string &text) {
+std::string MenuTest::said_until(const std::string &text) {
     program->expect(text, patience);
     program->listen(surplus);
     const std::string all = program->output();
-    EXPECT_EQ(all.substr(heard), text);
+    const std::string said = all.substr(heard);
     heard = all.size();
+    return said;
+}
+
+void MenuTest::expect_said(const std::string &text) {
+    EXPECT_EQ(said_until(text), text);
 }
 
 void MenuTest::expect_said_around(const std::string &begin, const std::string &end) {

@@ -34,6 +34,9 @@ class MenuTest : public WindowTest {
     /// Chooses an entry by the texts on the way to it: "Process/Shift/Gain...".
     void choose(const std::string &way, const std::vector<std::string> &modifiers = {});
 
+    /// Waits for this text; all that was said since the last call.
+    std::string said_until(const std::string &text);
+
     /// Waits for this text and compares it with all that was said since the last call.
     void expect_said(const std::string &text);
 

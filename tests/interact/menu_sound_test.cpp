@@ -6,11 +6,16 @@
 #include "live/live.h"
 #include "live/shared.h"
 #include "store/settings.h"
+#include "synth/sound.h"
 #include "tests/interact/menu_support.h"
 
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr int shift = GLUT_ACTIVE_SHIFT;
 constexpr int ctrl = GLUT_ACTIVE_CTRL;
@@ -18,13 +23,26 @@ constexpr int alt = GLUT_ACTIVE_ALT;
 
 const std::string ask = "Enter the audio file name (no extension): ";
 
+/// Works in a folder of its own, where files of relative names go.
 class MenuSound : public MenuTest {
   protected:
     void SetUp() override {
         MenuTest::SetUp();
         std::strcpy(afname, "/nonexistent/analysis");
         sweepSelect = 1;
+        before = fs::current_path();
+        char made[] = "/tmp/quillgrove-menu-XXXXXX";
+        ASSERT_NE(mkdtemp(made), nullptr);
+        folder = made;
+        fs::current_path(folder);
     }
+    void TearDown() override {
+        fs::current_path(before);
+        fs::remove_all(folder);
+        MenuTest::TearDown();
+    }
+
+    fs::path before, folder;
 };
 
 struct Row {
@@ -87,13 +105,44 @@ TEST_F(MenuSound, SynthTellsItsRowAndAsksForTheName) {
 TEST_F(MenuSound, SynthCancelled) {
     for (const Row &row : rows()) {
         const std::string text = command(row.value, replies(row, "-c\n"), row.modifiers);
+        EXPECT_EQ(fs::exists("-c.AIFF"), !row.can_cancel) << row.told;
         if (row.can_cancel) {
             EXPECT_EQ(text, row.told + ask + "Command cancelled\n");
         } else {
+            EXPECT_TRUE(fs::remove("-c.AIFF"));
+            EXPECT_TRUE(fs::remove("-c.fp"));
             EXPECT_EQ(text.find("Command cancelled"), std::string::npos) << "\"-c\" is the name";
             EXPECT_GT(text.size(), std::strlen(row.told) + ask.size());
         }
         EXPECT_EQ(gl_double::recorder().redisplays, 0);
+    }
+}
+
+/// The files that a row leaves, their names one behind the other.
+std::string files_in_folder() {
+    std::string names;
+    for (const char *name : {"tone.AIFF", "tone.fp"}) {
+        names += fs::exists(name) ? std::string(name) + " " : "";
+    }
+    return names;
+}
+
+TEST_F(MenuSound, SynthRendersAsItsRowSays) {
+    const std::string driver = "//Additive oscillator-bank synthesizer:tone\n";
+    for (const Row &row : rows()) {
+        const bool some = row.value == 28;
+        select_group({some ? "1111" : "0000"});
+        const std::string text = command(row.value, replies(row, "tone\n"), row.modifiers);
+        const std::string speech = text.substr(std::strlen(row.told) + ask.size());
+        const bool diagnostic = row.modifiers == ctrl || row.modifiers == shift;
+        EXPECT_EQ(speech.starts_with(driver), diagnostic) << text;
+        EXPECT_EQ(speech.find("Number of candidates: 1\n") != std::string::npos, diagnostic && some)
+            << text;
+        EXPECT_EQ(speech.starts_with("partials: 4, "), !diagnostic && !some) << text;
+        EXPECT_EQ(files_in_folder(), row.param == 88 ? "tone.AIFF " : "tone.AIFF tone.fp ") << text;
+        EXPECT_EQ(fBuffer == nullptr, diagnostic) << "only the working renderers leave it";
+        fs::remove("tone.AIFF");
+        fs::remove("tone.fp");
     }
 }
 
@@ -106,9 +155,11 @@ TEST_F(MenuSound, SynthAtTheEndOfTheInputRendersNothing) {
 }
 
 TEST_F(MenuSound, SynthTakesAnEmptyNameForTheAnalysisFiles) {
+    std::strcpy(afname, "analysis.pt");
     for (const Row &row : rows()) {
         const std::string text = command(row.value, replies(row, "\\ \nmore\n"), row.modifiers);
-        EXPECT_GT(text.size(), std::strlen(row.told) + ask.size());
+        EXPECT_TRUE(fs::remove("analysis.pt.AIFF")) << text;
+        EXPECT_EQ(fs::remove("analysis.pt.fp"), row.param != 88) << text;
         EXPECT_EQ(text.find("Command cancelled"), std::string::npos);
         EXPECT_EQ(unread(), "more\n");
     }

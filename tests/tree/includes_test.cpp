@@ -52,10 +52,12 @@ const RankRow rank_table[] = {
     {"interact/selection", state},
     {"live/live", state},
     {"live/shared", state},
+    {"synth/sound", state},
     // Helpers that know no more than those.
     {"store/phase", state},
     {"store/progress", state},
     {"store/console", state},
+    {"store/misc", state},
     // Thinning the store reallocates it.
     {"toolbox/sampling", of_store},
     {"toolbox/", state},
