@@ -4,9 +4,11 @@
 #include "interact/clear.h"
 #include "interact/selection.h"
 #include "store/misc.h"
+#include "store/settings.h"
 #include "store/store.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -163,6 +165,19 @@ void deselect_group() {
 
 void select_none() {
     deselect_all();
+}
+
+void select_everything() {
+    std::puts("Select All");
+    select_all();
+    sweepSelect = 1;
+}
+
+void drop_selection() {
+    select_none();
+    sweepSelect = 0;
+    method = 0;
+    gShowMethod = 0;
 }
 
 void oneMoreL() {

@@ -16,6 +16,12 @@ void select_p_inverted(); // soft mode: the complement, within partials with a s
 void deselect_group();    // flat view: clears the group, keeps found points
 void select_none();       // flat view: clears everything
 
+/// select_all with its line on the console; tells of a sweep even where it selects nothing.
+void select_everything();
+
+/// select_none, and with it, in any view, what tells of a sweep and of the last gesture.
+void drop_selection();
+
 /// Grow and shrink each partial's run by one point, on its left or right end.
 void oneMoreL();
 void oneLessL();
