@@ -79,7 +79,7 @@ void step_down(int) {
 
 // --- the threshold -----------------------------------------------------------------------------
 
-/// The range stays as it was: the loudest point is no quieter, and the quietest is left stale.
+/// Unlike expand, it leaves minamp as it was, below what the points now hold.
 void compress(int) {
     raise_floor(floorAmp);
     std::printf("Compressed amplitudes below %6.2f\n", floorAmp);

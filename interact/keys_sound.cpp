@@ -138,6 +138,7 @@ void toggle_midi(int) {
     deselect_all();
 }
 
+/// Without MIDI the wheel chooses nothing, whatever it did before.
 bool midi_on() {
     if (peek(midi) == 0) {
         poke(wgen.select, uint8_t{0});
@@ -154,7 +155,7 @@ void toggle_wheel(int) {
 // --- the zone ----------------------------------------------------------------------------------
 
 bool sweep_is_wide(bool of_selected) {
-    const int64_t width = int64_t{square[0]} - square[1];
+    const int64_t width = int64_t{peek(square[0])} - peek(square[1]);
     return std::abs(width) >= (of_selected ? least_sweep_of_selected : least_sweep);
 }
 
