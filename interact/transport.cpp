@@ -27,7 +27,7 @@ void no_call() {
     wip();
 }
 
-void no_zone(float *, float *) {
+void no_zone(const float *, const float *) {
     wip();
 }
 

@@ -20,7 +20,7 @@ struct Transport {
     void (*fbresume1)();
 
     // The zone generator; start and end in seconds.
-    void (*tqplay)(float *start, float *end);
+    void (*tqplay)(const float *start, const float *end);
     int32_t (*AudioOutputUnitStop)(void *unit);
     void (*set_N)(float value); // N, which nothing reads
 

@@ -89,7 +89,7 @@ TEST_F(KeysEdit, StepUpRaisesTheGroup) {
         EXPECT_EQ(minamp, -58.0f);
         EXPECT_EQ(method, 2);
         EXPECT_EQ(gShowMethod, 1);
-        EXPECT_EQ(drawn_gesture(), "Amp: +2.0 dB");
+        EXPECT_EQ(drawn_gesture(), "Amp: +2.0 dB\n");
         EXPECT_EQ(posted(), 1);
     }
 }
@@ -110,7 +110,7 @@ TEST_F(KeysEdit, StepDownLowersTheGroup) {
         EXPECT_EQ(minamp, -60.0f);
         EXPECT_EQ(method, -2);
         EXPECT_EQ(gShowMethod, 1);
-        EXPECT_EQ(drawn_gesture(), "Amp: -0.5 dB");
+        EXPECT_EQ(drawn_gesture(), "Amp: -0.5 dB\n");
         EXPECT_EQ(posted(), 1);
     }
 }

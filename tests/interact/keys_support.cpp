@@ -36,7 +36,7 @@ Transport recording_transport() {
     };
     t.fbstop1 = [] { note("fbstop1"); };
     t.fbresume1 = [] { note("fbresume1"); };
-    t.tqplay = [](float *start, float *end) {
+    t.tqplay = [](const float *start, const float *end) {
         EXPECT_EQ(start, &zgen.starttime);
         EXPECT_EQ(end, &zgen.endtime);
         note("tqplay");
@@ -96,6 +96,7 @@ void KeysTest::SetUp() {
     PointerTest::SetUp();
     fill_store(small_content());
     flat = bps = 1;
+    gShowInfo = gShowHelp = 1;
     players_at_rest();
     transport = recording_transport();
 }

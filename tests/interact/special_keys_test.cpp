@@ -158,7 +158,7 @@ TEST_F(Arrows, CtrlDownHarmonizes) {
     EXPECT_NE(parray[1][1].freq, 300.0f);
     EXPECT_EQ(method, -1);
     EXPECT_EQ(gShowMethod, 1);
-    EXPECT_TRUE(drew("Harmonize partial(s)"));
+    EXPECT_TRUE(drew("Harmonize partial(s)\n"));
     EXPECT_GE(posted(), 1);
 }
 
@@ -170,7 +170,7 @@ TEST_F(Arrows, CtrlUpWarps) {
     EXPECT_NE(parray[1][1].freq, 300.0f);
     EXPECT_EQ(method, 1);
     EXPECT_EQ(gShowMethod, 1);
-    EXPECT_TRUE(drew("Warp partial(s)"));
+    EXPECT_TRUE(drew("Warp partial(s)\n"));
     EXPECT_GE(posted(), 1);
 }
 
@@ -192,7 +192,7 @@ TEST_F(Arrows, HarmonizeRefusalShowsItsLineAllTheSame) {
               "2\nHarmonize: Select both breakpoints from the source partial\n");
     EXPECT_EQ(method, -1);
     EXPECT_EQ(gShowMethod, 1);
-    EXPECT_TRUE(drew("Harmonize partial(s)"));
+    EXPECT_TRUE(drew("Harmonize partial(s)\n"));
     EXPECT_EQ(posted(), 1);
 }
 
@@ -204,7 +204,7 @@ TEST_F(Arrows, AltDownFollows) {
     EXPECT_LT(parray[1][1].amp, -10.0f) << "towards the source's dip";
     EXPECT_EQ(method, -3);
     EXPECT_EQ(gShowMethod, 1);
-    EXPECT_TRUE(drew("Env. follow (0)"));
+    EXPECT_TRUE(drew("Env. follow (0)\n"));
     EXPECT_EQ(posted(), 1);
 }
 
