@@ -24,5 +24,7 @@ std::span<const KeyRow> edit_keys();
 std::span<const KeyRow> sound_keys();
 std::span<const KeyRow> console_keys();
 
-/// Guard of the edits: the flat view with breakpoints. Says nothing.
-bool in_edit_mode();
+/// The effect that is an operation and takes no notice of the modifiers.
+template <void (*operation)()> void plainly(int) {
+    operation();
+}

@@ -56,10 +56,6 @@ void run_row(const KeyRow &row, int modifiers) {
 
 } // namespace
 
-bool in_edit_mode() {
-    return bps != 0 && flat != 0;
-}
-
 void key(unsigned char code, int, int) {
     ++input_events;
     const int modifiers = event_modifiers();

@@ -10,23 +10,15 @@
 
 namespace {
 
-void leave_for_shell(int) {
-    escape_to_shell();
-}
-
 void toggle_verbose(int) {
     verbose = verbose != 0 ? 0 : 1;
     std::printf("%s shell\n", verbose != 0 ? "Verbose" : "Non-verbose");
 }
 
-void unbuilt(int) {
-    wip();
-}
-
 const KeyRow rows[] = {
-    {"\033", other_modifiers, nullptr, "", leave_for_shell, false},
+    {"\033", other_modifiers, nullptr, "", plainly<escape_to_shell>, false},
     {"Vv", other_modifiers, nullptr, "", toggle_verbose, false},
-    {"Oo", other_modifiers, nullptr, "o|O", unbuilt, false},
+    {"Oo", other_modifiers, nullptr, "o|O", plainly<wip>, false},
 };
 
 } // namespace

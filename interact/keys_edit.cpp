@@ -8,6 +8,7 @@
 #include "interact/amplitude_step.h"
 #include "interact/clear.h"
 #include "interact/modifiers.h"
+#include "interact/select.h"
 #include "interact/selection.h"
 #include "live/live.h"
 #include "live/shared.h"
@@ -141,17 +142,13 @@ void thin_out(int) {
     clear_all();
 }
 
-void unbuilt(int) {
-    wip();
-}
-
 constexpr int shift_alt = shift | alt;
 
 const KeyRow rows[] = {
-    {"(", shift_alt, in_edit_mode, "", glide_tone_down, true},
-    {"(", other_modifiers, in_edit_mode, "", glide_octave_down, true},
-    {")", shift_alt, in_edit_mode, "", glide_tone_up, true},
-    {")", other_modifiers, in_edit_mode, "", glide_octave_up, true},
+    {"(", shift_alt, edit_mode, "", glide_tone_down, true},
+    {"(", other_modifiers, edit_mode, "", glide_octave_down, true},
+    {")", shift_alt, edit_mode, "", glide_tone_up, true},
+    {")", other_modifiers, edit_mode, "", glide_octave_up, true},
     {"-", alt, nullptr, "", expand, true},
     {"-", other_modifiers, nullptr, "", step_down, true},
     {"=", alt, nullptr, "", compress, true},
@@ -166,7 +163,7 @@ const KeyRow rows[] = {
     {"Ff", alt, nullptr, "Amp. treshold reset", reset_floor, false},
     {"F", other_modifiers, nullptr, "", higher_floor, false},
     {"f", other_modifiers, nullptr, "", deeper_floor, false},
-    {"{}", other_modifiers, in_edit_mode, "", unbuilt, true},
+    {"{}", other_modifiers, edit_mode, "", plainly<wip>, true},
 };
 
 } // namespace

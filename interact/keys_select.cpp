@@ -20,7 +20,7 @@ bool something_selected() {
 }
 
 bool selected_in_edit_mode() {
-    return in_edit_mode() && something_selected();
+    return edit_mode() && something_selected();
 }
 
 bool band_source() {
@@ -35,19 +35,10 @@ bool two_found() {
     return foundSubscriptions.count == 2;
 }
 
-/// Runs an operation that takes no notice of the modifiers.
-template <void (*operation)()> void plainly(int) {
-    operation();
-}
-
-/// The same for one that moves the ends of the selected runs.
+/// Runs an operation that moves the ends of the selected runs.
 template <void (*operation)()> void at_the_ends(int) {
     operation();
     recompute_logfreq();
-}
-
-void unbuilt(int) {
-    wip();
 }
 
 bool soft_mode_for_all() {
@@ -124,7 +115,7 @@ constexpr int shift_alt = shift | alt;
 const KeyRow rows[] = {
     {"L", shift_alt, nullptr, "Select: Trailing Left\t ", plainly<select_trailer>, true},
     {"l", alt, nullptr, "Select: Left\t ", plainly<select_left>, true},
-    {"l", ctrl, nullptr, "^l\t ", unbuilt, true},
+    {"l", ctrl, nullptr, "^l\t ", plainly<wip>, true},
     {"m", alt, nullptr, "Select: Inverted\t ", plainly<select_p_inverted>, true},
     {"Nn", alt, nullptr, "Select: All Inverted\t ", plainly<select_inverted>, true},
     {"Pp", alt, nullptr, "Select: Partial(s)\t ", plainly<select_partials>, true},

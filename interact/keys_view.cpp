@@ -3,6 +3,7 @@
 #include "interact/key_rows.h"
 
 #include "display/view.h"
+#include "interact/select.h"
 
 namespace {
 
@@ -66,8 +67,8 @@ const KeyRow rows[] = {
     {"s", other_modifiers, nullptr, "", toggle_staff, true},
     {"Xx", other_modifiers, frequency_stays_on, "", toggle_time_shift, true},
     {"Yy", other_modifiers, time_stays_on, "", toggle_frequency_shift, true},
-    {"<", other_modifiers, in_edit_mode, "", smaller_points, true},
-    {">", other_modifiers, in_edit_mode, "", larger_points, true},
+    {"<", other_modifiers, edit_mode, "", smaller_points, true},
+    {">", other_modifiers, edit_mode, "", larger_points, true},
 };
 
 } // namespace

@@ -57,6 +57,10 @@ bool soft_mode() {
     return bps != 0 || flat != 0;
 }
 
+bool edit_mode() {
+    return bps != 0 && flat != 0;
+}
+
 void select_left() {
     if (!soft_mode()) {
         return;
@@ -120,7 +124,7 @@ void select_partials() {
 }
 
 void select_all() {
-    if (flat == 0 || bps == 0) {
+    if (!edit_mode()) {
         return;
     }
     for (int32_t i = 0; i < partials; ++i) {
