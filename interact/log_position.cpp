@@ -28,3 +28,11 @@ void widen_range(float freq) {
     maxfreq = freq > maxfreq ? freq : maxfreq;
     minfreq = freq < minfreq ? freq : minfreq;
 }
+
+void refresh_log_positions() {
+    for (int32_t i = 0; i < partials; ++i) {
+        for (int32_t j = 0; j < npoints[i]; ++j) {
+            parray[i][j].logfreq = log_position(parray[i][j].freq);
+        }
+    }
+}
