@@ -16,6 +16,7 @@ constexpr float freq_limit = 22050.0f; // Hz, not reached
 
 /// False at the point that would leave the range of frequencies.
 bool move_linear(Breakpoint *points, int32_t n, const DragStep &step) {
+    const LogAxis axis = log_axis();
     for (int32_t j = 0; j < n; ++j) {
         if (points[j].selected != 1) {
             continue;
@@ -30,7 +31,7 @@ bool move_linear(Breakpoint *points, int32_t n, const DragStep &step) {
         if (X != 0) {
             points[j].time -= step.dt;
         }
-        points[j].logfreq = log_position(points[j].freq);
+        points[j].logfreq = log_position(axis, points[j].freq);
     }
     return true;
 }
@@ -44,6 +45,7 @@ void translate_linear(const DragStep &step) {
 }
 
 void move_logarithmic(Breakpoint *points, int32_t n, float d, float dt) {
+    const LogAxis axis = log_axis();
     for (int32_t j = 0; j < n; ++j) {
         if (points[j].selected != 1) {
             continue;
@@ -54,7 +56,7 @@ void move_logarithmic(Breakpoint *points, int32_t n, float d, float dt) {
         if (X != 0) {
             points[j].time -= dt;
         }
-        points[j].freq = static_cast<float>(freq_at_log_position(points[j].logfreq));
+        points[j].freq = static_cast<float>(freq_at_log_position(axis, points[j].logfreq));
     }
 }
 

@@ -15,13 +15,25 @@ double range_ratio() {
 
 } // namespace
 
+LogAxis log_axis() {
+    return {minfreq, std::log(range_ratio()) / octave, std::log2(range_ratio())};
+}
+
+float log_position(const LogAxis &axis, float freq) {
+    const double octaves = std::log(static_cast<double>(freq / axis.lowest)) / octave;
+    return static_cast<float>(octaves / axis.octaves);
+}
+
 float log_position(float freq) {
-    const double octaves = std::log(static_cast<double>(freq / minfreq)) / octave;
-    return static_cast<float>(octaves / (std::log(range_ratio()) / octave));
+    return log_position(log_axis(), freq);
+}
+
+double freq_at_log_position(const LogAxis &axis, float logfreq) {
+    return std::exp(axis.span * logfreq * octave_back) * axis.lowest;
 }
 
 double freq_at_log_position(float logfreq) {
-    return std::exp(std::log2(range_ratio()) * logfreq * octave_back) * minfreq;
+    return freq_at_log_position(log_axis(), logfreq);
 }
 
 void widen_range(float freq) {
@@ -30,9 +42,10 @@ void widen_range(float freq) {
 }
 
 void refresh_log_positions() {
+    const LogAxis axis = log_axis();
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; j < npoints[i]; ++j) {
-            parray[i][j].logfreq = log_position(parray[i][j].freq);
+            parray[i][j].logfreq = log_position(axis, parray[i][j].freq);
         }
     }
 }
