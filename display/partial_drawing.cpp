@@ -3,6 +3,7 @@
 #include "display/axes.h"
 #include "display/cursors.h"
 #include "display/frame_arrays.h"
+#include "display/staff.h"
 #include "interact/selection.h"
 #include "live/live.h"
 #include "live/shared.h"
@@ -114,5 +115,6 @@ void show_partials(const float *pointer, const CameraRecord &camera) {
     glPointSize(static_cast<float>(ptsize));
     draw_breakpoints();
     draw_marks(pointer);
+    draw_staff();
     draw_cursors(camera);
 }

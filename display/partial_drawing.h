@@ -1,5 +1,5 @@
 // display/partial_drawing.h -- one frame of the analysis in the unit box: axes, markers, dots,
-// contours, pointer mark, sweep rectangle, cursors, in an order that matters, since depth
+// contours, pointer mark, sweep rectangle, staff, cursors, in an order that matters, since depth
 // testing is on and of fragments at one depth the first one drawn stays. Window thread only.
 #pragma once
 

@@ -14,10 +14,12 @@ uint8_t STOP = 0;
 uint8_t W = 1;
 uint8_t midi = 0;
 uint8_t ran = 0;
+uint8_t zloop = 0;
 
 void reset_live() {
     W = 1;
     midi = 0;
     ran = 0;
+    zloop = 0;
     liveSynth = 0;
 }

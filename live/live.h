@@ -74,6 +74,7 @@ extern uint8_t STOP;      // set when a scrub ends
 extern uint8_t W;         // 1: scrubbing uses wgen
 extern uint8_t midi;      // MIDI control is on
 extern uint8_t ran;       // partials walk through a zone each by itself
+extern uint8_t zloop;     // a zone plays in a loop
 
 /// Start values of the switches.
 void reset_live();

@@ -2,10 +2,24 @@
 
 #include <cmath>
 
-float advance_phase(float before, double cycles) {
+namespace {
+
+constexpr double all_whole = 4503599627370496.0; // from here on a double has no fraction
+
+/// What std::modf leaves, sign of zero included, without a call for the usual numbers.
+double fraction_of(double cycles) {
+    if (std::fabs(cycles) < all_whole) {
+        const double whole = static_cast<double>(static_cast<int64_t>(cycles));
+        return std::copysign(cycles - whole, cycles);
+    }
     double whole;
-    const double fraction = std::modf(cycles, &whole);
-    float position = static_cast<float>(before / two_pi + fraction);
+    return std::modf(cycles, &whole);
+}
+
+} // namespace
+
+float advance_phase(float before, double cycles) {
+    float position = static_cast<float>(before / two_pi + fraction_of(cycles));
     if (position >= 1.0f) {
         position -= 1.0f;
     }

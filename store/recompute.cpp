@@ -2,6 +2,7 @@
 
 #include "store/phase.h"
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 
@@ -58,6 +59,24 @@ void integer_range(int32_t &low, int32_t &high) {
                 low = truncated(freq);
             }
         }
+    }
+}
+
+constexpr int32_t chains = 4; // phase chains side by side
+
+/// Each chain waits for its own last phase at every point; side by side they fill the waits.
+void chain_together(const int32_t *group) {
+    int32_t common = npoints[group[0]];
+    for (int32_t k = 1; k < chains; ++k) {
+        common = std::min(common, npoints[group[k]]);
+    }
+    for (int32_t j = 1; j < common; ++j) {
+        for (int32_t k = 0; k < chains; ++k) {
+            chain_phases(parray[group[k]] + j - 1, 2);
+        }
+    }
+    for (int32_t k = 0; k < chains; ++k) {
+        chain_phases(parray[group[k]] + common - 1, npoints[group[k]] - common + 1);
     }
 }
 
@@ -143,10 +162,19 @@ bool has_selected_point(int32_t i) {
 }
 
 void recompute_all_phase() {
+    int32_t group[chains];
+    int32_t waiting = 0;
     for (int32_t i = 0; i < partials; ++i) {
         if (has_selected_point(i)) {
-            chain_phases(parray[i], npoints[i]);
+            group[waiting++] = i;
         }
+        if (waiting == chains) {
+            chain_together(group);
+            waiting = 0;
+        }
+    }
+    for (int32_t k = 0; k < waiting; ++k) {
+        chain_phases(parray[group[k]], npoints[group[k]]);
     }
 }
 
