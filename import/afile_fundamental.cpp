@@ -18,7 +18,8 @@ constexpr std::string_view signature = "1FQ0";
 constexpr float silence = -140.0f; // dB
 
 bool ended(const TokenFile &file) {
-    return file.ended || token_is(file.token, "ENDC") || token_is(file.token, "ENDF");
+    return file.ended || (token_begins(file.token, 'E') &&
+                          (token_is(file.token, "ENDC") || token_is(file.token, "ENDF")));
 }
 
 bool next(TokenFile &file) {

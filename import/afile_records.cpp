@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int64_t most_points = 1 << 25; // 940 MB of points
+constexpr int64_t most_points = 1 << 23; // 235 MB of points
 
 /// The records with what the whole of them shares.
 struct Plan {

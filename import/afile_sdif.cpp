@@ -18,7 +18,7 @@ constexpr std::string_view floats = "0x0004"; // the data type of 32-bit floats
 constexpr float silence = -140.0f;            // dB
 
 bool ended(const TokenFile &file) {
-    return file.ended || token_is(file.token, "ENDC");
+    return file.ended || (token_begins(file.token, 'E') && token_is(file.token, "ENDC"));
 }
 
 bool next(TokenFile &file) {
