@@ -9,6 +9,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 
@@ -123,12 +124,27 @@ class PointLines {
         std::memcpy(block.data() + used, text.data(), text.size());
         used += text.size();
     }
+    /// A float times a million has no more digits than a double, so that rounding it is
+    /// rounding the value itself.
     void put(float value) {
         constexpr int decimals = 6;
-        used =
-            place_of(std::to_chars(block.data() + used, block.data() + block.size(),
-                                   static_cast<double>(value), std::chars_format::fixed, decimals)
-                         .ptr);
+        constexpr int64_t million = 1000000;
+        char *const end = block.data() + block.size();
+        if (!(std::fabs(value) < 1e9f)) {
+            used = place_of(std::to_chars(block.data() + used, end, static_cast<double>(value),
+                                          std::chars_format::fixed, decimals)
+                                .ptr);
+            return;
+        }
+        const int64_t scaled = std::llrint(std::fabs(static_cast<double>(value)) * 1e6);
+        put(std::signbit(value) ? "-" : "");
+        used = place_of(std::to_chars(block.data() + used, end, scaled / million).ptr);
+        put(".");
+        int64_t rest = scaled % million;
+        for (int i = decimals; i-- > 0; rest /= 10) {
+            block[used + static_cast<size_t>(i)] = static_cast<char>('0' + rest % 10);
+        }
+        used += decimals;
     }
     void send() {
         std::fwrite(block.data(), 1, used, stdout);

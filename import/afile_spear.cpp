@@ -184,8 +184,6 @@ int32_t import_spearfile(TokenFile &file, const int32_t *total, const int32_t *c
         skip_tokens(file, 3);
         pass_float(file);
         import_points(file, parray[i], counts[i], low, high, loudest);
-    }
-    for (int32_t i = 0; i < *total; ++i) {
         chain_phases(parray[i], counts[i]);
     }
     return spear_partials;

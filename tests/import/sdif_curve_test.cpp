@@ -177,6 +177,25 @@ TEST_F(SdifCurve, LinesOfPointsAreAsPrintfHasThem) {
     EXPECT_EQ(got, expected);
 }
 
+TEST_F(SdifCurve, NumbersOfEverySizeAreAsPrintfHasThem) {
+    const float values[] = {0.0f,        -0.0f,         -1e-9f,        4e-7f,        5e-7f,
+                            -0.0000005f, 0.0000015f,    0.9999995f,    -123.4567f,   999999.5f,
+                            1e9f,        -999999936.0f, 16777217.0f,   3.402823e38f, -1e30f,
+                            1.17e-38f,   0.0078125f,    0.00048828125f};
+    std::vector<std::string> rows;
+    for (const float value : values) {
+        char row[64];
+        std::snprintf(row, sizeof row, "%.9g 1 1 1", static_cast<double>(value));
+        rows.push_back(row);
+    }
+    const std::string got = read(curve_text(frames_of(rows)));
+    for (const float value : values) {
+        char text[128];
+        std::snprintf(text, sizeof text, "  %f  0.000000\n", static_cast<double>(value));
+        EXPECT_NE(got.find(text), std::string::npos) << text;
+    }
+}
+
 TEST_F(SdifCurve, FiveColumnsShiftTheWalkWithoutHarm) {
     read(curve_text(frames_of({"200 1 1 1 5", "201 1 1 1 5", "202 1 1 1 5", "203 1 1 1 5"})));
     EXPECT_EQ(parray[0][0].freq, 200.0f);
