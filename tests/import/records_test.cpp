@@ -2,6 +2,7 @@
 #include "import/afile_interactive.h"
 #include "store/phase.h"
 #include "store/settings.h"
+#include "store/slots.h"
 #include "tests/support/any_reading.h"
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"
@@ -26,7 +27,11 @@ class ValueRecords : public StoreTest {
         std::snprintf(record.tag, sizeof record.tag, "%s", tag);
         ++partials;
     }
+    /// Builds the store, in place of one that was built before.
     std::string build(Envelope envelope, const std::string &input = "") {
+        const int32_t count = partials;
+        free_store();
+        partials = count;
         return conversation(input, [&] { result = build_partials(ph.data(), envelope); });
     }
     std::vector<PhRecord> ph;
