@@ -15,11 +15,21 @@ namespace {
 struct Example {
     const char *name;
     Sound (*make)();
+    void (*write)(FILE *file, const Sound &sound);
 };
 
 const Example examples[] = {
-    {"bell.pt", bell},   {"glissando.pt", glissando}, {"partials.pt", melody},
-    {"tones.pt", tones}, {"vowel.pt", vowel},
+    {"bell.pt", bell, write_list},
+    {"glissando.pt", glissando, write_list},
+    {"partials.pt", melody, write_list},
+    {"tones.pt", tones, write_list},
+    {"vowel.pt", vowel, write_list},
+    {"bell.partials.txt", bell, write_spear_partials},
+    {"tones.frames.txt", tones, write_spear_frames},
+    {"tones.1TRC.txt", tones, write_sdif_tracks},
+    {"vowel.1HRM.txt", vowel, write_sdif_harmonics},
+    {"vowel.1FQ0.txt", vowel, write_sdif_fundamental},
+    {"bell.peaks.txt", bell, write_peaks},
 };
 
 /// Opens the file, has it written and tells whether all of it went out.
@@ -42,7 +52,7 @@ bool write_examples(const std::filesystem::path &folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     for (const Example &example : examples) {
-        const auto write = [&](FILE *file) { write_list(file, example.make()); };
+        const auto write = [&](FILE *file) { example.write(file, example.make()); };
         if (!write_file(folder / example.name, write)) {
             return false;
         }

@@ -18,6 +18,21 @@ constexpr double hop = 0.01; // seconds between two points of a partial
 /// Writes the sound as a Lisp partials list, leaving out partials of fewer than two points.
 void write_list(FILE *file, const Sound &sound);
 
+/// The same sound in the other formats that are read: SPEAR text by partials and by frames, SDIF
+/// text of inharmonic and of harmonic tracks, and of the fundamental that the first partial is.
+void write_spear_partials(FILE *file, const Sound &sound);
+void write_spear_frames(FILE *file, const Sound &sound);
+void write_sdif_tracks(FILE *file, const Sound &sound);
+void write_sdif_harmonics(FILE *file, const Sound &sound);
+void write_sdif_fundamental(FILE *file, const Sound &sound);
+
+/// Writes a table of the partials' loudest points, in no format that is known: text to be read
+/// by hand.
+void write_peaks(FILE *file, const Sound &sound);
+
+/// Partials that all start at 0 and last as long: material to measure with.
+Sound large_sound(int partials, int points);
+
 /// Writes a list of `partials` partials with `points` points each, in the digits that analysis
 /// programs print: material to measure with, too large to keep in memory.
 void write_large_list(FILE *file, int partials, int points);

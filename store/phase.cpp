@@ -16,14 +16,23 @@ double fraction_of(double cycles) {
     return std::modf(cycles, &whole);
 }
 
-} // namespace
-
-float advance_phase(float before, double cycles) {
-    float position = static_cast<float>(before / two_pi + fraction_of(cycles));
+/// Whole and partial turns as radians, one turn taken off where there is one.
+float radians_of(double turns) {
+    float position = static_cast<float>(turns);
     if (position >= 1.0f) {
         position -= 1.0f;
     }
     return static_cast<float>(position * two_pi);
+}
+
+} // namespace
+
+float advance_phase(float before, double cycles) {
+    return radians_of(before / two_pi + fraction_of(cycles));
+}
+
+float advance_phase_by(float before, double cycles, double turns) {
+    return radians_of(before / two_pi + fraction_of(cycles) + turns);
 }
 
 void chain_phases(Breakpoint *points, int32_t n) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <utility>
 
 using namespace gl_double;
@@ -153,7 +154,8 @@ template <typename T> void give(const char *name, GLenum what, T *to) {
 namespace gl_double {
 
 void reset_matrices() {
-    for (const GLenum mode : {GL_MODELVIEW, GL_PROJECTION, GL_TEXTURE}) {
+    for (const GLenum mode :
+         std::initializer_list<GLenum>{GL_MODELVIEW, GL_PROJECTION, GL_TEXTURE}) {
         stack_of(mode).assign(1, identity);
     }
 }
