@@ -19,7 +19,7 @@ using Samples = std::vector<float>;
 constexpr size_t report_every = 17640; // samples between two lines on the console
 
 bool complain(const std::string &name) {
-    std::fprintf(stderr, "%s: %s\n", name.c_str(), std::strerror(errno));
+    std::fprintf(stderr, "Quillgrove: %s: %s\n", name.c_str(), std::strerror(errno));
     return false;
 }
 
@@ -67,14 +67,17 @@ std::string output_name(const std::string &input) {
     return head.substr(0, head.find('.')) + ".AIFF";
 }
 
-bool write_header(const std::string &name, float length) {
+/// `created` tells whether the file was not there before.
+bool write_header(const std::string &name, float length, bool &created) {
     AiffHeader header = initAiff_h({});
     FILE *file = std::fopen(name.c_str(), "rb+");
+    created = file == nullptr && errno == ENOENT;
     if (file != nullptr) {
         header = rdAiff_h(file, header);
         std::rewind(file);
-    } else if (errno == ENOENT) {
+    } else if (created) {
         file = std::fopen(name.c_str(), "wbx");
+        created = file != nullptr;
     }
     if (file == nullptr) {
         return complain(name);
@@ -110,11 +113,15 @@ void convert3(const char *name) {
     const std::string output = output_name(input);
     std::printf("//Opening file: \t\"%s\"\n", output.c_str());
     const auto length = static_cast<float>(static_cast<double>(samples.size()) / R);
-    if (!write_header(output, length)) {
-        return;
+    bool created = false;
+    bool good = write_header(output, length, created);
+    if (good) {
+        std::puts("//Writing sound data:");
+        good = append_samples(output, samples, scale);
     }
-    std::puts("//Writing sound data:");
-    append_samples(output, samples, scale);
+    if (!good && created) {
+        std::remove(output.c_str());
+    }
     if (dwbg) {
         std::puts("//Deallocating buffers\a//s_DONE!");
     }

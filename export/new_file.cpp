@@ -57,7 +57,7 @@ bool NewFile::finish() {
     if (fault == 0) {
         return true;
     }
-    std::fprintf(stderr, "%s: %s\n", path.c_str(), std::strerror(fault));
+    std::fprintf(stderr, "Quillgrove: %s: %s\n", path.c_str(), std::strerror(fault));
     unlink(path.c_str());
     return false;
 }
