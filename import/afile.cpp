@@ -1,6 +1,9 @@
 #include "import/afile.h"
 
+#include <algorithm>
 #include <cstdio>
+
+FrameCount t_frames = {};
 
 namespace {
 
@@ -113,4 +116,17 @@ int32_t detect_filetype(TokenFile &file) {
     const int32_t type = type_by_words(file);
     rewind_tokens(file);
     return type;
+}
+
+int32_t analysis_room(const TokenFile &file, int32_t declared) {
+    constexpr size_t any_file_may = 65536; // partials that are named and hold nothing
+    constexpr size_t smallest = 8;         // bytes of a partial or a row of one-digit numbers
+    const size_t most = std::max(any_file_may, file.size / smallest + 1);
+    return static_cast<int32_t>(std::min(static_cast<size_t>(std::max(declared, 0)), most));
+}
+
+int32_t refuse_corrupt(TokenFile &file) {
+    std::puts("Error: Analysis file corrupt! Exiting...");
+    close_tokens(file);
+    return -1;
 }

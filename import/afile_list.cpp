@@ -60,12 +60,6 @@ bool can_hold(const TokenFile &file, int32_t n) {
     return 3 * static_cast<uint64_t>(n) <= file.size;
 }
 
-int32_t corrupt(TokenFile &file) {
-    std::puts("Error: Analysis file corrupt! Exiting...");
-    close_tokens(file);
-    return -1;
-}
-
 /// The level of point j of n, shaped by its place: a fade at either end of the partial.
 float shaped(float amp, int32_t j, int32_t n) {
     if (j == n - 2) {
@@ -136,7 +130,7 @@ int32_t revisit_ptfile(TokenFile &file, int32_t *total, int32_t *counts, Partial
             return 0;
         }
         if (met == Met::broken || (n > 0 && !can_hold(file, n))) {
-            return corrupt(file);
+            return refuse_corrupt(file);
         }
         if (i < room) {
             counts[i] = n;
@@ -156,7 +150,7 @@ int32_t revisit_ptfile(TokenFile &file, int32_t *total, int32_t *counts, Partial
         }
     }
     if (!token_is(read_token(file), ")")) {
-        return corrupt(file);
+        return refuse_corrupt(file);
     }
     rewind_tokens(file);
     return 0;

@@ -253,6 +253,36 @@ double read_number(TokenFile &file) {
     return value;
 }
 
+int32_t read_whole(TokenFile &file) {
+    constexpr size_t most_digits = 9; // so that any of them fits the type
+    const size_t begin = past_space(file);
+    size_t at = begin;
+    int32_t value = 0;
+    while (at < file.size && at - begin < most_digits && file.data[at] >= '0' &&
+           file.data[at] <= '9') {
+        value = value * 10 + (file.data[at] - '0');
+        ++at;
+    }
+    if (at == begin || (at < file.size && !is_space(file.data[at]))) {
+        return token_integer(read_token(file));
+    }
+    take_token(file, begin, at);
+    return value;
+}
+
+void pass_float(TokenFile &file) {
+    const size_t begin = past_space(file);
+    size_t end = begin;
+    while (end < file.size && !is_space(file.data[end])) {
+        ++end;
+    }
+    const std::string token(file.data + begin, end - begin);
+    char *stop = nullptr;
+    static_cast<void>(std::strtod(token.c_str(), &stop));
+    file.next = begin + static_cast<size_t>(stop - token.c_str());
+    file.ended = file.ended || begin >= file.size;
+}
+
 void skip_tokens(TokenFile &file, int64_t count) {
     constexpr int64_t many = 16; // fewer are not worth the set-up
     if (count >= many) {

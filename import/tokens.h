@@ -40,6 +40,13 @@ std::string_view read_token(TokenFile &file);
 /// token_number of the next token, in one walk over it.
 double read_number(TokenFile &file);
 
+/// token_integer of the next token, in one walk over it.
+int32_t read_whole(TokenFile &file);
+
+/// Goes past what scanf's "%f" would take: a number, which may be the head of a token. Leaves the
+/// place before a token that does not begin with one. The current token stays.
+void pass_float(TokenFile &file);
+
 /// Reads `count` tokens and keeps the last. Stops at the end of the file.
 void skip_tokens(TokenFile &file, int64_t count);
 

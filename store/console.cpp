@@ -67,6 +67,11 @@ bool read_float(float &value) {
     return std::scanf("%f", &value) == 1;
 }
 
+bool read_double(double &value) {
+    std::fflush(stdout);
+    return std::scanf("%lf", &value) == 1;
+}
+
 bool read_line(char *line, size_t size) {
     std::fflush(stdout);
     if (std::fgets(line, static_cast<int>(size), stdin) == nullptr) {

@@ -16,6 +16,9 @@ bool read_integer(int32_t &value);
 /// Reads a number, as scanf's "%f" would, with the same answer.
 bool read_float(float &value);
 
+/// The same in double precision, as "%lf" would.
+bool read_double(double &value);
+
 /// Reads one line with its newline, as fgets would, into `line` of `size` bytes. What does not
 /// fit of an over-long line is dropped. Returns false at end of input, `line` left as it was.
 bool read_line(char *line, size_t size);

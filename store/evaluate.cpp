@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -60,23 +61,74 @@ void convert_amps(Breakpoint *const *points, const int32_t *counts, int32_t n) {
     }
 }
 
-/// Takes partial k, which holds no points, out of the store.
-void drop_empty_partial(int32_t k) {
-    if (dbp) {
-        std::printf("k = %d\n", k);
-    }
-    if (k + 1 <= partials - 2) {
-        const int32_t twice = partials - 2;
-        Breakpoint *kept = clone_points(parray[twice], npoints[twice]);
-        for (int32_t m = k; m <= partials - 3; ++m) {
-            move_slot_down(m, dbp != 0);
-            chain_phases(parray[m], npoints[m]);
+/// A partial on its way to its new place.
+struct Survivor {
+    int32_t source; // where it stood
+    bool moved;     // its phases are derived anew
+};
+
+/// What is left of the store behind the partial that the walk from its end has reached, the last
+/// partial first. Taking an empty partial out moves all but the last of them down one place; the
+/// last is lost and the one before it stands twice. That costs the same for any number of them.
+struct Tail {
+    std::vector<Survivor> survivors;
+    size_t moved = 0; // those from 1 up to here were moved
+
+    void drop(int32_t k) {
+        const size_t n = survivors.size();
+        if (dbp) {
+            std::printf("k = %d\n", k);
+            for (size_t i = 0; i + 1 < n; ++i) {
+                std::printf("Compacting partial # %4d\n", k + static_cast<int32_t>(i));
+            }
         }
-        parray[twice] = kept;
+        if (n >= 2) {
+            survivors[0] = {survivors[1].source, moved > 1};
+            moved = n;
+        } else if (n == 1) {
+            survivors[0] = {k, false}; // no place to move to: the empty one stays
+        }
     }
-    free_points(parray[partials - 1]);
-    parray[partials - 1] = nullptr;
-    --partials;
+};
+
+Tail walk_from_end() {
+    Tail tail;
+    for (int32_t k = partials - 1; k >= 0; --k) {
+        if (npoints[k] < 1) {
+            tail.drop(k);
+        } else {
+            tail.survivors.push_back({k, false});
+        }
+    }
+    for (size_t i = 1; i < tail.moved; ++i) {
+        tail.survivors[i].moved = true;
+    }
+    return tail;
+}
+
+/// Brings the store down to the survivors.
+void settle(const std::vector<Survivor> &survivors) {
+    const size_t n = survivors.size();
+    std::vector<Breakpoint *> points(n);
+    std::vector<int32_t> counts(n);
+    for (size_t i = 0; i < n; ++i) {
+        const int32_t source = survivors[i].source;
+        const bool twice = i == 0 && n > 1 && survivors[1].source == source;
+        const size_t place = n - 1 - i;
+        counts[place] = npoints[source];
+        points[place] = twice ? clone_points(parray[source], npoints[source]) : parray[source];
+        parray[source] = twice ? parray[source] : nullptr;
+        if (survivors[i].moved) {
+            chain_phases(points[place], counts[place]);
+        }
+    }
+    for (int32_t i = 0; i < partials; ++i) {
+        const size_t place = static_cast<size_t>(i);
+        free_points(parray[i]);
+        parray[i] = place < n ? points[place] : nullptr;
+        npoints[i] = place < n ? counts[place] : 0;
+    }
+    partials = static_cast<int32_t>(n);
 }
 
 } // namespace
@@ -129,11 +181,7 @@ void check_import_sanity() {
             std::printf("Corrupt partial[%d] with %d points\n", k, npoints[k]);
         }
     }
-    for (int32_t k = partials - 1; k >= 0; --k) {
-        if (npoints[k] < 1) {
-            drop_empty_partial(k);
-        }
-    }
+    settle(walk_from_end().survivors);
     std::puts("All corrupt partials removed");
 }
 

@@ -2,14 +2,27 @@
 
 #include <cmath>
 
-float advance_phase(float before, double cycles) {
-    double whole;
-    const double fraction = std::modf(cycles, &whole);
-    float position = static_cast<float>(before / two_pi + fraction);
+namespace {
+
+/// Whole and partial turns as radians, one turn taken off where there is one.
+float radians_of(double turns) {
+    float position = static_cast<float>(turns);
     if (position >= 1.0f) {
         position -= 1.0f;
     }
     return static_cast<float>(position * two_pi);
+}
+
+} // namespace
+
+float advance_phase(float before, double cycles) {
+    double whole;
+    return radians_of(before / two_pi + std::modf(cycles, &whole));
+}
+
+float advance_phase_by(float before, double cycles, double turns) {
+    double whole;
+    return radians_of(before / two_pi + std::modf(cycles, &whole) + turns);
 }
 
 void chain_phases(Breakpoint *points, int32_t n) {

@@ -8,6 +8,9 @@
 /// end alone counts; a negative position is not wrapped.
 float advance_phase(float before, double cycles);
 
+/// The same with `turns` more in the sum. Still wrapped once alone, whatever they come to.
+float advance_phase_by(float before, double cycles, double turns);
+
 /// Derives the phases of points 1 to n - 1 from that of point 0. The cycles of a segment are a
 /// single-precision product.
 void chain_phases(Breakpoint *points, int32_t n);

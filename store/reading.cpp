@@ -4,48 +4,19 @@
 #include "live/live.h"
 #include "store/console.h"
 #include "store/evaluate.h"
+#include "store/importers.h"
 #include "store/misc.h"
 #include "store/progress.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/slots.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
 const char *const default_file = "partials.pt";
-
-/// One kind of analysis: reads it whole, or ends the process. Null where this build has none.
-struct Importer {
-    int32_t type;
-    void (*run)(TokenFile &file);
-};
-
-void import_list(TokenFile &file) {
-    int32_t kept = 0;
-    visit_ptfile(file, &partials);
-    const int32_t room = ptfile_room(file, partials);
-    allocate_counts(room);
-    allocate_index(room);
-    if (revisit_ptfile(file, &partials, npoints, xarray, &kept) == -1) {
-        std::exit(1);
-    }
-    if (kept < partials) {
-        partials = kept;
-        trim_counts(partials);
-    }
-    rescan_ptfile(file, &partials, npoints);
-    allocate_points();
-    import_ptfile(file, &partials, npoints, &maxamp, &minfreq, &maxfreq);
-    sanityCheck();
-}
-
-const Importer importers[] = {
-    {lisp_list, import_list},
-};
 
 /// Asks whether to read an unknown text by hand; 'n' or the end of input mean no.
 bool wants_interactive_reading() {
@@ -91,19 +62,13 @@ void open_analysis(TokenFile &file) {
 void import_analysis(TokenFile &file) {
     const int32_t type = detect_filetype(file);
     if (type < 0) {
-        if (wants_interactive_reading()) {
-            wip();
+        if (!wants_interactive_reading() || !import_interactively(file)) {
+            closing_dialogue(file);
         }
-        closing_dialogue(file);
-    }
-    const auto importer = std::find_if(std::begin(importers), std::end(importers),
-                                       [type](const Importer &row) { return row.type == type; });
-    if (importer == std::end(importers)) {
-        wip();
     } else {
         Progress progress("Reading", file.size);
         file.progress = &progress;
-        importer->run(file);
+        run_importer(file, type);
         file.progress = nullptr;
     }
     close_tokens(file);

@@ -49,6 +49,17 @@ const std::string splices[] = {
     "( POINTS 1 0 0 0 )",
     std::string(1, '\0'),
     "par-text-partials-format",
+    "partials-count",
+    "partials-data",
+    "frame-count",
+    "frame-data",
+    "1TRC",
+    "1HRM",
+    "1FQ0",
+    "0x0004",
+    "ENDC",
+    "ENDF",
+    "4.2e-05",
 };
 
 using Random = std::mt19937; // its sequence is fixed by the standard

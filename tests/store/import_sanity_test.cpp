@@ -122,4 +122,67 @@ TEST_F(ImportSanity, OfTheTwoCopiesTheOneThatDidNotMoveKeepsItsPhases) {
     EXPECT_EQ(parray[2][1].phase, 5.0f);
 }
 
+/// The removal of one empty partial as it is told: each later one but the last takes the place
+/// before it, then the last place goes.
+void remove_plainly(std::vector<std::vector<Breakpoint>> &store, size_t k) {
+    for (size_t i = k; store.size() >= 3 && i <= store.size() - 3; ++i) {
+        store[i] = store[i + 1];
+        if (!store[i].empty()) {
+            chain_phases(store[i].data(), static_cast<int32_t>(store[i].size()));
+        }
+    }
+    store.pop_back();
+}
+
+std::vector<std::vector<Breakpoint>> copy_of_store() {
+    std::vector<std::vector<Breakpoint>> store;
+    for (int i = 0; i < partials; ++i) {
+        store.emplace_back(parray[i], parray[i] + npoints[i]);
+    }
+    return store;
+}
+
+TEST_F(ImportSanity, EveryPatternOfUpToSevenPartialsGoesAsStepByStep) {
+    for (int n = 1; n <= 7; ++n) {
+        for (int pattern = 0; pattern < 1 << n; ++pattern) {
+            std::vector<Partial> content;
+            for (int i = 0; i < n; ++i) {
+                content.push_back((pattern >> i & 1) != 0 ? marked(101.0f + 7.0f * static_cast<float>(i), 2 + i)
+                                                          : Partial());
+            }
+            fill_store(content);
+            for (int i = 0; i < n; ++i) {
+                for (int j = 0; j < npoints[i]; ++j) {
+                    parray[i][j].phase = 0.5f + 0.1f * static_cast<float>(i + j);
+                }
+            }
+            auto expected = copy_of_store();
+            for (int k = n - 1; k >= 0; --k) {
+                if ((pattern >> k & 1) == 0) {
+                    remove_plainly(expected, static_cast<size_t>(k));
+                }
+            }
+            printed(check_import_sanity);
+            const auto got = copy_of_store();
+            ASSERT_EQ(got.size(), expected.size()) << n << " " << pattern;
+            for (size_t i = 0; i < got.size(); ++i) {
+                ASSERT_EQ(got[i].size(), expected[i].size()) << n << " " << pattern;
+                for (size_t j = 0; j < got[i].size(); ++j) {
+                    EXPECT_EQ(got[i][j].freq, expected[i][j].freq) << n << " " << pattern;
+                    EXPECT_EQ(got[i][j].phase, expected[i][j].phase) << n << " " << pattern;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(ImportSanity, AHundredThousandGapsTakeNoTime) {
+    std::vector<Partial> content(100000);
+    content[99998] = marked(200, 500);
+    content[99999] = marked(300, 500);
+    fill_store(content);
+    printed(check_import_sanity); // by single steps 5,000,000,000 moves
+    EXPECT_EQ(marks(), (std::vector<float>{200, 200}));
+}
+
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "import/afile.h"
 #include "store/evaluate.h"
-#include "store/recompute.h"
 #include "store/slots.h"
 
 namespace {
@@ -38,26 +37,4 @@ int32_t read_list(std::string_view text) {
     const int32_t result = run_passes(file);
     close_tokens(file);
     return result;
-}
-
-int32_t read_any(std::string_view text) {
-    TokenFile file;
-    open_tokens_from_memory(file, text.data(), text.size());
-    free_store();
-    reset_store_globals();
-    int32_t type = detect_filetype(file);
-    if (type == lisp_list && run_passes(file) == -1) {
-        type = -1;
-    }
-    close_tokens(file);
-    if (type == lisp_list &&
-        global_parameters(&parray, &partials, &npoints, &sndstart, &sndlen, &maxfreq, &minfreq,
-                          &logmaxfreq, &fspan, &nlogmaxfreq, &maxamp, &sndstart, &meant,
-                          &oldmaxfreq, &oldminfreq) == 0) {
-        regrow_peval();
-        averages(partials, npoints, parray, peval);
-        recompute_everything();
-        return type;
-    }
-    return -1;
 }

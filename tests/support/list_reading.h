@@ -9,7 +9,3 @@
 /// The passes and the time check on `text`, as start-up calls them. Returns 0 with the store
 /// filled, or -1 where the structure is broken.
 int32_t read_list(std::string_view text);
-
-/// The same for whatever type the text has, with everything that start-up derives from the
-/// points. Returns the detected type, -1 where the reading failed.
-int32_t read_any(std::string_view text);

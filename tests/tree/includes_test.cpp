@@ -63,6 +63,7 @@ const RankRow rank_table[] = {
     {"interact/clear", of_store},
     // Start-up brings all rooms together.
     {"store/commandline", start_up},
+    {"store/importers", start_up},
     {"store/reading", start_up},
     {"store/window", start_up},
     {"store/QuillGrove", program},
