@@ -276,7 +276,8 @@ TEST_F(Sdif, FullDisk) {
 
 TEST_F(Sdif, AStepLostInTheWidthEndsTheGrid) {
     fill_store({{{1e7f, 100.0f, 0.0f}, {2e7f, 100.0f, 0.0f}}});
-    export_grid("0.01");
+    before = std::time(nullptr);
+    conversation(path() + "\n0.01\n", [] { sdif(1e7f, 2e7f, 0.0f, parray, npoints, partials, 0); });
     EXPECT_EQ(frames(), frame(1e7, {"1\t100.000000\t0.200000\t0.000000"}));
 }
 
