@@ -39,8 +39,6 @@ void ExportText::print(const char *format, ...) {
     std::array<char, 512> room; // holds all but the longest; the text itself takes those
     va_list values;
     va_start(values, format);
-    va_list again;
-    va_copy(again, values);
     const int length = std::vsnprintf(room.data(), room.size(), format, values);
     va_end(values);
     const auto wanted = static_cast<size_t>(std::max(length, 0));
@@ -49,10 +47,11 @@ void ExportText::print(const char *format, ...) {
     } else {
         const size_t before = text.size();
         text.resize(before + wanted + 1);
-        std::vsnprintf(text.data() + before, wanted + 1, format, again);
+        va_start(values, format);
+        std::vsnprintf(text.data() + before, wanted + 1, format, values);
+        va_end(values);
         text.pop_back();
     }
-    va_end(again);
 }
 
 void ExportText::whole(int32_t value) {
