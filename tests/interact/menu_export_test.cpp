@@ -1,9 +1,16 @@
-// The entries of "Export": announcements, refusals and finishes; what each exporter writes is
-// tested with the exporters.
+// The entries of "Export": announcements, refusals and finishes, the window's name, and which
+// exporter each reaches; what an exporter writes is tested with the exporters.
 #include "interact/menu.h"
 
 #include "display/view.h"
+#include "store/settings.h"
 #include "tests/interact/menu_support.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -76,6 +83,90 @@ TEST_F(MenuExport, NoGateStandsBeforeIt) {
     for (const Row &row : rows) {
         EXPECT_EQ(command(row.value, no_export).find("Mode"), std::string::npos) << row.announce;
     }
+}
+
+/// A folder for the files, gone afterwards.
+class MenuExportFiles : public MenuTest {
+  protected:
+    void SetUp() override {
+        MenuTest::SetUp();
+        char made[] = "/tmp/quillgrove-menu-XXXXXX";
+        ASSERT_NE(mkdtemp(made), nullptr);
+        folder = made;
+        gl_double::recorder().window = {1, "untouched", 0, 0, 450, 450, 0};
+    }
+    void TearDown() override {
+        std::filesystem::remove_all(folder);
+        MenuTest::TearDown();
+    }
+
+    std::string path(const std::string &file) const {
+        return folder + "/" + file;
+    }
+    std::string text_of(const std::string &file) const {
+        std::ifstream in(path(file));
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    static const std::string &title() {
+        return gl_double::recorder().window.title;
+    }
+
+    std::string folder;
+};
+
+TEST_F(MenuExportFiles, ListOfAllNamesTheWindow) {
+    dbp = 1;
+    const std::string name = path("mine");
+    const std::string named = "Quillgrove: " + name + ".pt";
+    EXPECT_EQ(command(24, "\n" + name + "\n"),
+              prompt + std::string(rows[0].announce) +
+                  "Enter file name (w/o extension): Exporting 4 partials to: " + name +
+                  ".pt\n\tdone\n" + named + "\t" + name + ".pt\n");
+    EXPECT_EQ(title(), named);
+    EXPECT_TRUE(text_of("mine.pt").starts_with("( PARTIALS\t4\n( POINTS\t4\n"));
+}
+
+TEST_F(MenuExportFiles, TheWindowKeepsItsNameWithoutAnExport) {
+    std::ofstream(path("there.pt")) << "kept";
+    for (const std::string &reply :
+         {std::string("-c"), std::string("a"), path("there"), path("no/where"), std::string()}) {
+        command(24, "\n" + reply + "\n");
+        EXPECT_EQ(title(), "untouched") << reply;
+    }
+    select_group({"1111", "000", "00", "0"});
+    EXPECT_TRUE(command(25, "\n" + path("mine") + "\n").ends_with("\tdone\n"));
+    EXPECT_EQ(title(), "untouched");
+    EXPECT_EQ(text_of("there.pt"), "kept");
+}
+
+TEST_F(MenuExportFiles, EveryRowReachesItsExporter) {
+    select_group({"1111", "000", "00", "0"});
+    const std::pair<int, const char *> beginnings[] = {
+        {25, "( PARTIALS\t1\n"},
+        {34, "/* CMIX WAVETABLE score"},
+        {35, "/* CMIX WAVETABLE score"},
+        {73, "par-text-partials-format\npoint-type time frequency amplitude\npartials-count 4\n"},
+        {74, "par-text-partials-format\npoint-type time frequency amplitude\npartials-count 1\n"},
+        {83, "SDIF\n\n1NVT\n"},
+        {84, "SDIF\n\n1NVT\n"}};
+    for (const auto &[value, beginning] : beginnings) {
+        const std::string file = std::to_string(value) + ".pt";
+        const std::string name = path(value == 25 ? "25" : file);
+        command(value, "\n" + name + "\n0.1 1 1000 0\n");
+        EXPECT_TRUE(text_of(file).starts_with(beginning)) << value << text_of(file);
+    }
+    const auto count = [this](const std::string &file, const std::string &part) {
+        const std::string text = text_of(file);
+        int found = 0;
+        for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+            ++found;
+        }
+        return found;
+    };
+    EXPECT_EQ(count("34.pt", "WAVETABLE( "), 4);
+    EXPECT_EQ(count("35.pt", "WAVETABLE( "), 1);
+    EXPECT_GT(count("83.pt", "\n\t2\t"), 0);
+    EXPECT_EQ(count("84.pt", "\n\t2\t"), 0) << "the second partial is not selected";
 }
 
 } // namespace
