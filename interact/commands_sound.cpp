@@ -10,7 +10,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -42,12 +41,7 @@ const SynthRow selected_rows[] = {
 /// cancelled or the input ends.
 bool read_sound_name(char *name, size_t size, bool can_cancel) {
     say("Enter the audio file name (no extension): ");
-    get_path(name, 1);
-    if (can_cancel && std::strcmp(name, "-c") == 0) {
-        std::puts("Command cancelled");
-        return false;
-    }
-    if (name[0] == '\0' && std::feof(stdin)) {
+    if (!read_path(name, can_cancel)) {
         return false;
     }
     if (name[0] == '\0') {

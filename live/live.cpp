@@ -3,6 +3,7 @@
 LiveCandidate *scandidates = nullptr;
 LiveCandidate *pcandidates = nullptr;
 LiveCandidate *qcandidates = nullptr;
+int32_t candidate_room = 0;
 
 LiveGenerator wgen = {};
 LiveGenerator zgen = {};

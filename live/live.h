@@ -63,6 +63,7 @@ struct FloatPlayer {
 extern LiveCandidate *scandidates; // not used
 extern LiveCandidate *pcandidates; // what wgen should sound
 extern LiveCandidate *qcandidates; // what zgen should sound
+extern int32_t candidate_room;     // elements of each; partials added since may have none
 
 extern LiveGenerator wgen;  // follows the mouse and MIDI
 extern LiveGenerator zgen;  // plays a zone

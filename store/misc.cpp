@@ -114,6 +114,15 @@ void get_path(char *buf, int quiet) {
     }
 }
 
+bool read_path(char *buf, bool can_cancel) {
+    get_path(buf, 1);
+    if (can_cancel && std::strcmp(buf, "-c") == 0) {
+        std::puts("Command cancelled");
+        return false;
+    }
+    return buf[0] != '\0' || !std::feof(stdin);
+}
+
 char *remove_ext(const char *path, char dot, char sep) {
     if (path == nullptr) {
         return nullptr;

@@ -24,6 +24,10 @@ void credits();
 /// one blank at the end, and expands a leading tilde. At end of input keeps what there is.
 void get_path(char *buf, int quiet);
 
+/// Reads the name of a file to be written by get_path, behind the caller's own prompt. False at
+/// the end of input and, with `can_cancel` set, for "-c", which prints the cancelling line.
+bool read_path(char *buf, bool can_cancel);
+
 /// A newly allocated copy of `path`, the caller's to free, cut at the last `dot`; whole when
 /// there is none, or when `sep` is not 0 and the last `sep` stands behind it. Null for null.
 char *remove_ext(const char *path, char dot, char sep);

@@ -62,7 +62,7 @@ bool wants_interactive_reading() {
 }
 
 LiveCandidate *new_candidates() {
-    const size_t count = static_cast<size_t>(partials) + static_cast<size_t>(spare_partials);
+    const auto count = static_cast<size_t>(candidate_room);
     return static_cast<LiveCandidate *>(std::calloc(count, sizeof(LiveCandidate)));
 }
 
@@ -117,6 +117,7 @@ void complete_store() {
         std::exit(-1);
     }
     regrow_peval();
+    candidate_room = partials + spare_partials;
     scandidates = new_candidates();
     pcandidates = new_candidates();
     qcandidates = new_candidates();
