@@ -5,7 +5,6 @@
 #include "envelope/source_filter.h"
 #include "export/export3d.h"
 #include "store/console.h"
-#include "store/misc.h"
 #include "store/settings.h"
 
 #include <cstdio>
@@ -148,7 +147,7 @@ void prepare(Run &run, int32_t mode) {
     }
     run.power = mode == save_residual || residual ? 0.0f : 1.0f;
     if (mode == save_residual || residual) {
-        char name[path_size] = "residual";
+        char name[list_path_size] = "residual";
         audiosculpt3d(run.parray, run.npoints, partials, name);
         std::putchar('\n');
     }
