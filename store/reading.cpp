@@ -6,6 +6,7 @@
 #include "store/evaluate.h"
 #include "store/misc.h"
 #include "store/progress.h"
+#include "store/published.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/slots.h"
@@ -61,8 +62,10 @@ bool wants_interactive_reading() {
     return word[0] == 'y';
 }
 
+/// As many as oscillators can ask for, however many partials are added later: the array never
+/// moves under a callback that reads it.
 LiveCandidate *new_candidates() {
-    const size_t count = static_cast<size_t>(partials) + static_cast<size_t>(spare_partials);
+    const size_t count = static_cast<size_t>(std::max(partials + spare_partials, oscillator_room));
     return static_cast<LiveCandidate *>(std::calloc(count, sizeof(LiveCandidate)));
 }
 
@@ -122,6 +125,7 @@ void complete_store() {
     qcandidates = new_candidates();
     averages(partials, npoints, parray, peval);
     recompute_everything();
+    publish_store();
     if (dbp) {
         print_by_ref(&parray, &npoints, &partials);
     }
