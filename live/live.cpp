@@ -4,9 +4,20 @@ LiveCandidate *scandidates = nullptr;
 LiveCandidate *pcandidates = nullptr;
 LiveCandidate *qcandidates = nullptr;
 
+int32_t numbOfCands = 0;
+
+SineGenerator gen = {};
 LiveGenerator wgen = {};
 LiveGenerator zgen = {};
 FloatPlayer fplayer = {};
+
+double sampleRate = 0.0;
+StreamFormat streamFormat = {};
+float benddf = 0.0f;
+
+int64_t totalFrames = 0;
+int64_t totalfFrames = 0;
+float N = 0.0f;
 
 float live_gain = 0.2f;
 int32_t liveSynth = 0;

@@ -13,3 +13,10 @@ template <typename T> inline T peek(const T &field) {
 template <typename T> inline void poke(T &field, T value) {
     std::atomic_ref<T>(field).store(value, std::memory_order_relaxed);
 }
+
+/// Replaces `expected` by `value` where the field still holds it. False, and the field left as
+/// it is, when another thread has written it since.
+template <typename T> inline bool exchange(T &field, T expected, T value) {
+    return std::atomic_ref<T>(field).compare_exchange_strong(expected, value,
+                                                             std::memory_order_relaxed);
+}

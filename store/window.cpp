@@ -7,6 +7,7 @@
 #include "interact/mouse.h"
 #include "interact/selection.h"
 #include "live/live.h"
+#include "live/requests.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"
@@ -54,6 +55,7 @@ void register_callbacks() {
     tCallbackReg = 0;
     glutMenu();
     glutAttachMenu(GLUT_RIGHT_BUTTON);
+    serve_by_timer();
 }
 
 void show_title() {
