@@ -6,7 +6,9 @@
 #include "interact/selection.h"
 #include "interact/unproject.h"
 #include "interact/view_drags.h"
+#include "live/gestures.h"
 #include "live/live.h"
+#include "live/shared.h"
 #include "store/misc.h"
 
 #include <GL/freeglut.h>
@@ -69,7 +71,17 @@ void press_scale_partials(int, int) {
     std::puts("//");
 }
 
-/// Editing drags and the scrub join here with their own commands.
+/// Sounds what stands under the pointer, as long as the button is held.
+void press_scrub(int x, int) {
+    selecting = 0;
+    poke(liveSynth, 1);
+    poke(STOP, uint8_t{0});
+    glutMotionFunc(pmotion);
+    pplay(x, 0);
+    glutPostRedisplay();
+}
+
+/// Editing drags join here with their own commands.
 void press_unbuilt(int, int) {
     drag_view(nullptr);
     dragging = 0;
@@ -104,7 +116,7 @@ const PressRow press_rows[] = {
     {GLUT_LEFT_BUTTON, no_modifier_row, always, press_sweep},
     {GLUT_MIDDLE_BUTTON, shift, always, press_unbuilt},
     {GLUT_MIDDLE_BUTTON, ctrl, always, press_scale_partials},
-    {GLUT_MIDDLE_BUTTON, alt, in_edit_view, press_unbuilt},
+    {GLUT_MIDDLE_BUTTON, alt, in_edit_view, press_scrub},
     {GLUT_MIDDLE_BUTTON, alt, always, press_ignored},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, in_edit_view, press_point},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, always, press_middle_plain},
@@ -112,7 +124,7 @@ const PressRow press_rows[] = {
 
 void press(int button, int modifiers, int x, int y) {
     if (button == GLUT_LEFT_BUTTON || button == GLUT_MIDDLE_BUTTON) {
-        square[0] = x;
+        poke(square[0], x);
         square[2] = y;
     }
     for (const PressRow &row : press_rows) {
@@ -140,6 +152,13 @@ void end_sweep() {
     }
 }
 
+void end_scrub() {
+    stop();
+    poke(liveSynth, 0);
+    poke(STOP, uint8_t{1});
+    glutPostRedisplay();
+}
+
 void release(int button, int x, int y) {
     glutMotionFunc(nullptr);
     dragging = 0;
@@ -153,6 +172,9 @@ void release(int button, int x, int y) {
             end_sweep();
         }
         glutPostRedisplay();
+    }
+    if (button == GLUT_MIDDLE_BUTTON && peek(liveSynth) != 0) {
+        end_scrub();
     }
 }
 

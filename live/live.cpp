@@ -25,10 +25,17 @@ uint8_t STOP = 0;
 uint8_t W = 1;
 uint8_t midi = 0;
 uint8_t ran = 0;
+uint8_t zloop = 0;
+
+float mmif = 0.0f;
+uint8_t changed = 0;
 
 void reset_live() {
     W = 1;
     midi = 0;
     ran = 0;
+    zloop = 0;
+    mmif = 0.0f;
+    changed = 0;
     liveSynth = 0;
 }

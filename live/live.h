@@ -119,6 +119,11 @@ extern uint8_t STOP;      // set when a scrub ends
 extern uint8_t W;         // 1: scrubbing uses wgen
 extern uint8_t midi;      // MIDI control is on
 extern uint8_t ran;       // partials walk through a zone each by itself
+extern uint8_t zloop;     // a zone plays in a loop
+
+// Written by the MIDI thread.
+extern float mmif;      // mod wheel, 0 to 1
+extern uint8_t changed; // the wheel moved since the last move of the live sound
 
 /// Start values of the switches.
 void reset_live();

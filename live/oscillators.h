@@ -7,7 +7,6 @@
 
 constexpr int32_t most_oscillators = 2047;
 constexpr uint32_t most_block_frames = 2048; // longer blocks are split
-constexpr int32_t oscillator_room = 2048;    // elements of every array of a generator
 
 /// What one block needs of its generator. Lines run over the block: at frame k the amplitude is
 /// da k + amp and the frequency df k + freq, cut to whole Hz.

@@ -3,6 +3,7 @@
 #include "live/live.h"
 #include "live/shared.h"
 #include "live/sound_output.h"
+#include "store/published.h"
 
 #include <GL/freeglut.h>
 #include <array>
@@ -89,6 +90,9 @@ void (*const printers[])(double number) = {
 
 void serve_again(int) {
     serve_requests();
+    if (!store_is_published()) {
+        publish_store(); // the edit that withdrew it is over
+    }
     watch_sound_output();
     glutTimerFunc(serve_interval, serve_again, 0);
 }

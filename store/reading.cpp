@@ -2,6 +2,7 @@
 
 #include "import/afile.h"
 #include "live/live.h"
+#include "live/oscillators.h"
 #include "store/console.h"
 #include "store/evaluate.h"
 #include "store/misc.h"
@@ -65,7 +66,7 @@ bool wants_interactive_reading() {
 /// As many as oscillators can ask for, however many partials are added later: the array never
 /// moves under a callback that reads it.
 LiveCandidate *new_candidates() {
-    const size_t count = static_cast<size_t>(std::max(partials + spare_partials, oscillator_room));
+    const size_t count = static_cast<size_t>(std::max(partials + spare_partials, most_oscillators + 1));
     return static_cast<LiveCandidate *>(std::calloc(count, sizeof(LiveCandidate)));
 }
 

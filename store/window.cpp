@@ -6,25 +6,33 @@
 #include "interact/menu.h"
 #include "interact/mouse.h"
 #include "interact/selection.h"
+#include "live/agnf.h"
+#include "live/gestures.h"
 #include "live/live.h"
 #include "live/requests.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"
+#include "synth/sound.h"
 
 #include <GL/freeglut.h>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
-constexpr int title_size = 256; // what does not fit of a long file name is cut
-}
+constexpr int title_size = 256;          // what does not fit of a long file name is cut
+constexpr double highest_rate = 1048576; // Hz, of a table
+} // namespace
 
 void start_sound() {
     STOP = 0;
     method = 0;
     live_gain = 0.2f;
+    createAdditiveNFToneUnit(&wgen);
+    createAdditiveNFToneUnit1(&zgen);
     wgen.midi_started = 0;
+    makeSin(static_cast<int32_t>(std::clamp(R, 0.0, highest_rate)));
 }
 
 void open_window() {
@@ -52,6 +60,7 @@ void register_callbacks() {
     glutReshapeFunc(reshape);
     glutDisplayFunc(maindisplay);
     glutMouseFunc(mouse);
+    glutMotionFunc(pmotion);
     tCallbackReg = 0;
     glutMenu();
     glutAttachMenu(GLUT_RIGHT_BUTTON);
