@@ -5,16 +5,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <unistd.h>
 
 namespace {
 
 constexpr uint32_t further_pause = 10000; // microseconds
 constexpr int further_pauses = 10;
-
-void sleep_for(uint32_t microseconds) {
-    usleep(microseconds);
-}
 
 /// Takes over a candidate's values, so that the first block need not glide.
 void take_up(LiveGenerator &generator, int32_t i, const LiveCandidate &candidate) {
@@ -37,8 +32,6 @@ void take_up(LiveGenerator &generator, int32_t i, const LiveCandidate &candidate
 }
 
 } // namespace
-
-void (*pause_for)(uint32_t microseconds) = sleep_for;
 
 void start_generator(LiveGenerator &generator, const LiveCandidate *candidates, double position,
                      const char *tell) {

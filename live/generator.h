@@ -5,15 +5,12 @@
 
 #include "live/audio_unit.h"
 #include "live/live.h"
+#include "live/pause.h"
 #include "live/shared.h"
 
 #include <cstdint>
 
 constexpr uint32_t release_pause = 20000; // microseconds that a stop leaves for the last block
-constexpr uint32_t idle_pause = 5000;     // microseconds between two calls of an idle function
-
-/// Sleeps. Tests let a clock of their own run instead.
-extern void (*pause_for)(uint32_t microseconds);
 
 /// Starts a generator that is not playing at `position` (frames) with the candidates' values;
 /// `tell` names it in the debug print. A failure to start is not reported.

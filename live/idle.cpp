@@ -1,16 +1,17 @@
 #include "live/idle.h"
 
+#include "live/pause.h"
 #include "store/settings.h"
 
 #include <GL/freeglut.h>
+#include <cstdint>
 #include <cstdio>
-#include <unistd.h>
 
 namespace {
 
-constexpr int short_time = 100;         // ms since the mark
-constexpr int long_time = 1000;         // ms since the mark
-constexpr useconds_t idle_pause = 5000; // us
+constexpr int short_time = 100;       // ms since the mark
+constexpr int long_time = 1000;       // ms since the mark
+constexpr uint32_t idle_pause = 5000; // microseconds
 
 int mark = 0; // ms, time of the last drawing mark
 bool drawn = false;
@@ -42,5 +43,5 @@ void Idle() {
 }
 
 void pace_idle() {
-    usleep(idle_pause);
+    pause_for(idle_pause);
 }

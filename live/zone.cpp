@@ -3,6 +3,7 @@
 #include "interact/selection.h"
 #include "interact/unproject.h"
 #include "live/generator.h"
+#include "live/idle.h"
 #include "live/live.h"
 #include "live/moment.h"
 #include "live/shared.h"
@@ -20,8 +21,6 @@ float zone::times[2048] = {};
 namespace {
 
 constexpr float stopped_N = 1000.0f;
-constexpr int32_t often = 100;   // ms; below it each call redraws
-constexpr int32_t seldom = 1000; // ms; at least one redraw in this time
 
 /// The moment that a fraction of the time axis stands for, in seconds.
 float moment_of(float fraction) {
@@ -117,27 +116,5 @@ void qmotion() {
             end_zone();
         }
     }
-    pause_for(idle_pause);
-}
-
-void Idle() {
-    static int32_t mark = 0; // ms, of the last drawing
-    static bool drawn = false;
-    const int32_t now = glutGet(GLUT_ELAPSED_TIME);
-    const int32_t d = now - mark;
-    if (dbp) {
-        std::putchar('i');
-    }
-    if (d <= often) {
-        glutPostRedisplay();
-        drawn = false;
-    } else if (d > seldom || !drawn) {
-        if (dbp) {
-            std::fprintf(stderr, "ET = %d\n", now);
-        }
-        mark = now;
-        glutPostRedisplay();
-        drawn = true;
-    }
-    pause_for(idle_pause);
+    pace_idle();
 }

@@ -20,6 +20,3 @@ void tqplay(const float *start, const float *end);
 
 /// Idle function while a zone plays: samples, and ends or repeats the zone.
 void qmotion();
-
-/// Idle function while a rendered sound plays: spaces out redraws.
-void Idle();
