@@ -33,6 +33,9 @@ float within(float freq, float limit) {
 /// Calls `sample` for each partial with an oscillator and silences the rest.
 template <typename Sample>
 void sample_all(int32_t partial_count, LiveCandidate *candidates, Sample sample) {
+    if (candidates == nullptr) {
+        return; // before start-up has allocated them
+    }
     const int32_t count = std::clamp(peek(numbOfCands), 0, most_oscillators);
     for (int32_t i = 0; i < count; ++i) {
         if (i < partial_count) {
