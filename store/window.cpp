@@ -6,11 +6,13 @@
 #include "interact/menu.h"
 #include "interact/mouse.h"
 #include "interact/selection.h"
+#include "live/fbp.h"
 #include "live/live.h"
 #include "live/requests.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"
+#include "synth/sound.h"
 
 #include <GL/freeglut.h>
 #include <cstdio>
@@ -25,6 +27,8 @@ void start_sound() {
     method = 0;
     live_gain = 0.2f;
     wgen.midi_started = 0;
+    CreateAndConnectFpOutputUnit1(&fplayer);
+    play_rendered = fbplay1;
 }
 
 void open_window() {
