@@ -9,6 +9,7 @@
 #include "live/fbp.h"
 #include "live/live.h"
 #include "live/requests.h"
+#include "live/sound_output.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"
@@ -27,6 +28,7 @@ void start_sound() {
     method = 0;
     live_gain = 0.2f;
     wgen.midi_started = 0;
+    use_driver(&sound_output);
     CreateAndConnectFpOutputUnit1(&fplayer);
     play_rendered = fbplay1;
 }
