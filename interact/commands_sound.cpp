@@ -2,6 +2,7 @@
 
 #include "interact/modifiers.h"
 #include "interact/selection.h"
+#include "live/ag.h"
 #include "live/live.h"
 #include "live/shared.h"
 #include "live/zone.h"
@@ -138,6 +139,7 @@ bool play_zone(int) {
 }
 
 bool quit(int) {
+    cleanupAudioMIDI();
     std::exit(0);
 }
 

@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr int32_t no_unit = -50;
+
 const BackEnd *back_end = &mixing_back_end;
 
 } // namespace
@@ -53,11 +55,11 @@ int32_t AudioUnitUninitialize(void *unit) {
 }
 
 int32_t AudioOutputUnitStart(void *unit) {
-    return back_end->start(unit);
+    return unit != nullptr ? back_end->start(unit) : no_unit;
 }
 
 int32_t AudioOutputUnitStop(void *unit) {
-    return back_end->stop(unit);
+    return unit != nullptr ? back_end->stop(unit) : no_unit;
 }
 
 void CheckError(int32_t error, const char *operation) {

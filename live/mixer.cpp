@@ -1,7 +1,6 @@
 #include "live/mixer.h"
 
 #include "live/live.h"
-#include "live/sound_output.h"
 
 #include <algorithm>
 #include <array>
@@ -26,7 +25,7 @@ struct OutputUnit {
 };
 
 std::array<OutputUnit, most_units> units;
-const Driver *driver = &sound_output;
+const Driver *driver = nullptr;
 double rate = 0.0; // Hz, 0 while the stream is closed
 
 std::atomic<uint64_t> slices_begun = 0;
@@ -82,8 +81,8 @@ OutputUnit &as_unit(void *unit) {
 }
 
 void *find_next(void *after, const ComponentDescription *) {
-    // There is one component, and nothing behind it.
-    return after == nullptr ? &units : nullptr;
+    // There is one component at most, and nothing behind it.
+    return after == nullptr && driver != nullptr ? &units : nullptr;
 }
 
 int32_t instance_new(void *, void **unit) {
@@ -175,7 +174,7 @@ const BackEnd mixing_back_end = {find_next,    instance_new, set_property, get_p
                                  uninitialize, dispose,      start,        stop};
 
 void use_driver(const Driver *chosen) {
-    driver = chosen != nullptr ? chosen : &sound_output;
+    driver = chosen;
 }
 
 void deliver(float *out, uint32_t frames, uint32_t channels) {

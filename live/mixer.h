@@ -3,7 +3,7 @@
 // itself take no lock; they meet in one number per unit.
 #pragma once
 
-#include "live/audio_unit.h"
+#include "live/back_end.h"
 
 #include <cstdint>
 
@@ -18,7 +18,8 @@ struct Driver {
 
 extern const BackEnd mixing_back_end;
 
-/// Takes another driver; null means the machine's own sound. Before any unit exists.
+/// Takes this driver; with null, as at the start, there is no output component. Before any unit
+/// exists.
 void use_driver(const Driver *chosen);
 
 /// Fills a driver's block of interleaved frames, the same sample in every channel. Audio

@@ -112,7 +112,7 @@ void ask_redisplay() {
 }
 
 void serve_requests() {
-    if (idle_off.exchange(false) && peek(zgen.state) == 0) {
+    if (idle_off.exchange(false) && peek(zgen.state) == 0 && peek(fplayer.playing) == 0) {
         glutIdleFunc(nullptr);
     }
     if (redisplay.exchange(false)) {

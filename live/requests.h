@@ -17,7 +17,7 @@ enum class Said {
 /// A line for the console. Dropped when 256 lines wait already.
 void ask_print(Said text, double number = 0.0);
 
-/// No idle function, unless a zone plays when this is served.
+/// No idle function, unless a zone or the player runs when this is served.
 void ask_idle_off();
 
 /// A redisplay.

@@ -1,6 +1,7 @@
 #include "store/reading.h"
 
 #include "import/afile.h"
+#include "live/ag.h"
 #include "live/live.h"
 #include "live/oscillators.h"
 #include "store/console.h"
@@ -33,6 +34,7 @@ void import_list(TokenFile &file) {
     allocate_counts(room);
     allocate_index(room);
     if (revisit_ptfile(file, &partials, npoints, xarray, &kept) == -1) {
+        cleanupAudioMIDI();
         std::exit(1);
     }
     if (kept < partials) {
@@ -89,6 +91,7 @@ void open_analysis(TokenFile &file) {
     std::fflush(stdout);
     std::getchar();
     std::putchar('\n');
+    cleanupAudioMIDI();
     std::exit(1);
 }
 
@@ -149,5 +152,6 @@ void closing_dialogue(TokenFile &file) {
     free_store();
     close_tokens(file);
     std::printf("Quillgrove> Closing \"%s\" and exiting...\n\n", afname);
+    cleanupAudioMIDI();
     std::exit(1);
 }

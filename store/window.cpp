@@ -7,9 +7,11 @@
 #include "interact/mouse.h"
 #include "interact/selection.h"
 #include "live/agnf.h"
+#include "live/fbp.h"
 #include "live/gestures.h"
 #include "live/live.h"
 #include "live/requests.h"
+#include "live/sound_output.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"
@@ -29,10 +31,13 @@ void start_sound() {
     STOP = 0;
     method = 0;
     live_gain = 0.2f;
+    use_driver(&sound_output);
     createAdditiveNFToneUnit(&wgen);
     createAdditiveNFToneUnit1(&zgen);
     wgen.midi_started = 0;
     makeSin(static_cast<int32_t>(std::clamp(R, 0.0, highest_rate)));
+    CreateAndConnectFpOutputUnit1(&fplayer);
+    play_rendered = fbplay1;
 }
 
 void open_window() {
