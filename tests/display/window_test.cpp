@@ -4,8 +4,12 @@
 #include "display/scene.h"
 #include "display/view.h"
 #include "interact/selection.h"
+#include "live/agnf.h"
+#include "live/gestures.h"
 #include "live/live.h"
 #include "store/settings.h"
+#include "synth/sound.h"
+#include "tests/support/audio_double.h"
 #include "tests/support/console.h"
 #include "tests/support/drawing.h"
 
@@ -137,6 +141,9 @@ TEST_F(WindowTest, SparesOfTheSummariesAreCleared) {
 }
 
 TEST_F(WindowTest, LivePlayHasItsStartValues) {
+    const auto player = play_rendered;
+    AudioDouble output;
+    output.rate = 48000.0;
     STOP = 1;
     method = 3;
     live_gain = 0.9f;
@@ -146,6 +153,21 @@ TEST_F(WindowTest, LivePlayHasItsStartValues) {
     EXPECT_EQ(method, 0);
     EXPECT_EQ(live_gain, 0.2f);
     EXPECT_EQ(wgen.midi_started, 0);
+    // The table follows the rate, which the units tell.
+    EXPECT_EQ(R, 48000.0);
+    EXPECT_EQ(Sin[12000], 1.0f);
+    ASSERT_EQ(output.units.size(), 3u);
+    EXPECT_EQ(output.units[0].callback.context, &wgen);
+    EXPECT_EQ(output.units[1].callback.context, &zgen);
+    EXPECT_EQ(output.units[2].callback.context, &fplayer);
+    wgen.unit = zgen.unit = fplayer.unit = nullptr;
+    R = 44100.0;
+    play_rendered = player;
+}
+
+TEST_F(WindowTest, TheFirstMotionIsAScrubs) {
+    register_callbacks();
+    EXPECT_EQ(recorder().callbacks.motion, pmotion);
 }
 
 TEST_F(WindowTest, WithoutAStoreTheTitleStays) {

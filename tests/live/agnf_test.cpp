@@ -59,9 +59,9 @@ TEST_F(Generators, SineTable) {
 TEST_F(Generators, CreationReadiesTheRecords) {
     EXPECT_EQ(R, 44100.0);
     EXPECT_EQ(sampleRate, 44100.0);
-    EXPECT_EQ(unit_of(wgen).procedure, AdditiveNFRenderProc);
-    EXPECT_EQ(unit_of(zgen).procedure, AdditiveNFRenderProc1);
-    EXPECT_EQ(unit_of(wgen).context, &wgen);
+    EXPECT_EQ(unit_of(wgen).callback.procedure, AdditiveNFRenderProc);
+    EXPECT_EQ(unit_of(zgen).callback.procedure, AdditiveNFRenderProc1);
+    EXPECT_EQ(unit_of(wgen).callback.context, &wgen);
     for (const LiveGenerator *generator : {&wgen, &zgen}) {
         EXPECT_EQ(generator->radians_per_hz, static_cast<float>(6.2831854820251465 / 44100.0));
         EXPECT_EQ(generator->playing, 0);
@@ -78,7 +78,7 @@ TEST_F(Generators, SecondCreationKeepsTheArraysAndSetsTheZoneBack) {
     zgen.events = 3;
     zgen.select = 1;
     zgen.floatmax = 0.5f;
-    report_rate(48000.0);
+    output().rate = 48000.0;
     createAdditiveNFToneUnit1(&zgen);
     EXPECT_EQ(zgen.amp_now, before);
     EXPECT_EQ(zgen.events, 0);

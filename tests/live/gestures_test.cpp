@@ -71,7 +71,7 @@ TEST_F(Gestures, PressStartsTheSoundAtItsRightValues) {
     EXPECT_EQ(wgen.playing, 1);
     EXPECT_EQ(wgen.position, 0.0);
     EXPECT_EQ(totalFrames, 0);
-    EXPECT_EQ(unit_of(wgen).starts, 1);
+    EXPECT_EQ(starts(), 1);
     const float freq = linear_interpolation(time, 1.0f, 0.0f, 200.0f, 100.0f);
     EXPECT_EQ(wgen.freq_now[1], freq);
     EXPECT_EQ(wgen.freq_target[1], freq);
@@ -99,7 +99,7 @@ TEST_F(Gestures, AScrubInFull) {
     EXPECT_EQ(pauses(), std::vector<uint32_t>{20000});
     EXPECT_EQ(wgen.state, 0);
     EXPECT_EQ(wgen.playing, 0);
-    EXPECT_EQ(unit_of(wgen).stops, 1);
+    EXPECT_EQ(stops(), 1);
     EXPECT_EQ(N, 1000.0f);
     EXPECT_EQ(liveSynth, 0);
     EXPECT_EQ(STOP, 1);
@@ -125,7 +125,7 @@ TEST_F(Gestures, OnlyAltInTheEditViewScrubs) {
     flat = bps = 1;
     mouse_down(middle, 100, 50, alt | GLUT_ACTIVE_CTRL);
     mouse_up(middle, 100, 50, 0);
-    EXPECT_EQ(unit_of(wgen).starts, 0);
+    EXPECT_EQ(starts(), 0);
 }
 
 TEST_F(Gestures, AReleaseWithoutAScrubStopsNothing) {
@@ -181,7 +181,7 @@ TEST_F(Gestures, ASecondStartChangesOnlyTheCandidates) {
     const float before = wgen.freq_now[1];
     wgen.position = 77.0;
     pplay(pixel_x(0.75), 0);
-    EXPECT_EQ(unit_of(wgen).starts, 1);
+    EXPECT_EQ(starts(), 1);
     EXPECT_EQ(wgen.state, 2);
     EXPECT_EQ(wgen.position, 77.0);
     EXPECT_EQ(wgen.freq_now[1], before);
@@ -190,7 +190,8 @@ TEST_F(Gestures, ASecondStartChangesOnlyTheCandidates) {
 }
 
 TEST_F(Gestures, AFailedStartIsNotReported) {
-    fail_starts_with(-1);
+    output().failing = "start";
+    output().code = -1;
     EXPECT_EQ(printed([] { press(100); }), "");
     EXPECT_EQ(wgen.playing, 0);
     EXPECT_EQ(wgen.state, 1);
@@ -244,7 +245,7 @@ TEST_F(Gestures, WithoutWTheZonesGeneratorSounds) {
 
 TEST_F(Gestures, AReleaseIsWaitedForButNotForEver) {
     press(100);
-    unit_of(wgen).running = false; // a driver that has died
+    unit_of(wgen).started = false; // a driver that has died
     EXPECT_EQ(printed([] { stop(); }), "Stop\n");
     EXPECT_EQ(pauses().size(), 11u);
     EXPECT_EQ(pauses().front(), 20000u);
@@ -273,7 +274,7 @@ TEST_F(Gestures, ZstopTellsTheTimeOfItsEntry) {
     zgen.playing = 1;
     zgen.state = 2;
     zgen.time = 0.25f;
-    unit_of(zgen).running = true;
+    unit_of(zgen).started = true;
     EXPECT_EQ(printed([] { zstop(); }), "  Synthesis halted @ 0.250000s, zgAU stopped\n");
     EXPECT_EQ(zgen.state, 0);
     EXPECT_EQ(zgen.playing, 0);

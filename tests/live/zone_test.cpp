@@ -68,7 +68,8 @@ TEST_F(Zones, TheMenuPlaysTheSweep) {
     const int x0 = pixel_x(0.25), x1 = pixel_x(0.5);
     square[0] = x1;
     square[1] = x0;
-    selecting = liveSynth = STOP = 1;
+    selecting = STOP = 1;
+    liveSynth = 1;
     zgen.starttime = 9.0f;
     menu_state = {};
     const std::string text = printed([] { menu_select(75); });
@@ -100,7 +101,7 @@ TEST_F(Zones, ASweepBeforeTheSoundIsNoZone) {
     const std::string text = printed([&] { qplay(&x0, &x1); });
     EXPECT_EQ(text, columns_text(x0, x1) + "No zone selected\n");
     EXPECT_EQ(zgen.playing, 0);
-    EXPECT_EQ(unit_of(zgen).starts, 0);
+    EXPECT_EQ(starts(), 0);
 }
 
 TEST_F(Zones, DebugModeOfTheMenusZone) {
@@ -153,7 +154,7 @@ TEST_F(Zones, AZonePlaysForItsLength) {
     EXPECT_EQ(zgen.time, 0.25f) << "back at the start";
     EXPECT_EQ(N, 1000.0f);
     EXPECT_EQ(idle(), nullptr);
-    EXPECT_EQ(unit_of(zgen).stops, 1);
+    EXPECT_EQ(stops(), 1);
     const double seconds = static_cast<double>(heard(zgen).size()) / 44100.0;
     // Idle calls come every 5 ms; the release lasts 20 ms.
     EXPECT_NEAR(seconds, 0.5 + 0.02, 3 * 512 / 44100.0);
@@ -221,7 +222,7 @@ TEST_F(Zones, TheCallbackMayEndTheSoundFirst) {
     EXPECT_EQ(zgen.state, 0);
     EXPECT_EQ(zgen.playing, 0);
     EXPECT_EQ(printed(qmotion), "");
-    EXPECT_EQ(unit_of(zgen).stops, 0) << "the unit runs on, silently";
+    EXPECT_EQ(stops(), 0) << "the unit runs on, silently";
     play(0.5f, 0.6f);
     EXPECT_EQ(zgen.playing, 1);
     EXPECT_EQ(play_on(), "  Synthesis completed, zgAU stopped\n");
@@ -232,7 +233,7 @@ TEST_F(Zones, AStartWhilePlayingChangesOnlyTheCandidates) {
     run_blocks(2);
     const float start = 1.0f;
     printed([&] { tqplay(&start, &start); });
-    EXPECT_EQ(unit_of(zgen).starts, 1);
+    EXPECT_EQ(starts(), 1);
     EXPECT_EQ(zgen.state, 2);
     EXPECT_EQ(qcandidates[1].time, 1.0f);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "live/live.h"
+#include "tests/support/audio_double.h"
 #include "tests/support/pointer.h"
 
 #include <cstdint>
@@ -17,27 +18,20 @@ class LivePlayTest : public PointerTest {
     void TearDown() override;
 };
 
-/// What a scripted unit has seen.
-struct ScriptedUnit {
-    void (*procedure)(void *context, uint32_t frames, float *out);
-    void *context;
-    bool running;
-    int starts, stops;
-};
+/// The output that the units are on.
+AudioDouble &output();
 
 /// The unit of a generator.
-ScriptedUnit &unit_of(const LiveGenerator &generator);
+AudioDouble::Unit &unit_of(const LiveGenerator &generator);
 
-/// Lets starts fail with this code; 0 lets them work.
-void fail_starts_with(int32_t error);
-
-/// The rate in Hz that units report from now on.
-void report_rate(double rate);
+/// Starts and stops of units since the test began.
+int starts();
+int stops();
 
 /// One block of a unit, whether it runs or not.
 std::vector<float> block_of(const LiveGenerator &generator, uint32_t frames = 512);
 
-/// Blocks of 512 frames that pass for all running units; what the first `count` gave, summed.
+/// Blocks of 512 frames that pass for all running units; their sum.
 std::vector<float> run_blocks(int count);
 
 /// What the generator gave since it was created.
