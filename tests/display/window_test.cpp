@@ -4,8 +4,12 @@
 #include "display/scene.h"
 #include "display/view.h"
 #include "interact/selection.h"
+#include "live/fbp.h"
 #include "live/live.h"
+#include "live/mixer.h"
 #include "store/settings.h"
+#include "synth/sound.h"
+#include "tests/support/audio_double.h"
 #include "tests/support/console.h"
 #include "tests/support/drawing.h"
 
@@ -137,6 +141,8 @@ TEST_F(WindowTest, SparesOfTheSummariesAreCleared) {
 }
 
 TEST_F(WindowTest, LivePlayHasItsStartValues) {
+    AudioDouble audio;
+    int32_t (*const kept)(float, int64_t) = play_rendered;
     STOP = 1;
     method = 3;
     live_gain = 0.9f;
@@ -146,6 +152,11 @@ TEST_F(WindowTest, LivePlayHasItsStartValues) {
     EXPECT_EQ(method, 0);
     EXPECT_EQ(live_gain, 0.2f);
     EXPECT_EQ(wgen.midi_started, 0);
+    EXPECT_EQ(audio.units.back().callback.context, &fplayer);
+    EXPECT_EQ(play_rendered, fbplay1);
+    play_rendered = kept;
+    fplayer.unit = nullptr;
+    use_driver(nullptr);
 }
 
 TEST_F(WindowTest, WithoutAStoreTheTitleStays) {

@@ -343,7 +343,7 @@ TEST(OutputUnit, ErrorCodesThatCanBeReadAreText) {
         {0x61626319, "1633837849"}, // the last byte is none
         {0x19616263, "425812579"},
         {0x6162637f, "1633837951"},
-        {static_cast<int32_t>(0xe1626364u), "-513646748"},
+        {static_cast<int32_t>(0xe1626364u), "-513645724"},
         {-1, "-1"},
     };
     for (const auto &[code, text] : rows) {
