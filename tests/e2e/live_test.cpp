@@ -22,8 +22,9 @@ constexpr double block = 512.0;  // frames of a ramp
 constexpr double pi = 3.141592653589793;
 constexpr float noise = 1e-4f; // below it nothing is heard
 
+/// Import takes the first and the last two points down; between them the level is even.
 const std::string tone = "( PARTIALS 1\n"
-                         "( POINTS 3\n0.0 440 0\n1.0 440 0\n2.0 440 0\n)\n"
+                         "( POINTS 5\n0.0 440 0\n0.1 440 0\n1.8 440 0\n1.9 440 0\n2.0 440 0\n)\n"
                          ")\n";
 
 /// The stretch from the first sample that can be heard to the last.
