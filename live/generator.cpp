@@ -48,7 +48,7 @@ void start_generator(LiveGenerator &generator, const LiveCandidate *candidates, 
     if (AudioOutputUnitStart(generator.unit) == 0) {
         poke(generator.playing, uint8_t{1});
         if (dbp) {
-            std::printf("%s = %d\n", tell, 1);
+            std::printf(tell, 1);
         }
     }
 }

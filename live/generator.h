@@ -13,7 +13,7 @@
 constexpr uint32_t release_pause = 20000; // microseconds that a stop leaves for the last block
 
 /// Starts a generator that is not playing at `position` (frames) with the candidates' values;
-/// `tell` names it in the debug print. A failure to start is not reported.
+/// `tell` is its text in the debug print, for one int. A failure to start is not reported.
 void start_generator(LiveGenerator &generator, const LiveCandidate *candidates, double position,
                      const char *tell);
 

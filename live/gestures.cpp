@@ -89,9 +89,9 @@ void pplay(int32_t x, uint8_t from_midi) {
         play_under_pointer(x);
     }
     if (W != 0) {
-        start_generator(wgen, pcandidates, position, "WPlaying");
+        start_generator(wgen, pcandidates, position, "WPlaying = %d\n");
     } else {
-        start_generator(zgen, pcandidates, position, "ZPlaying");
+        start_generator(zgen, pcandidates, position, "ZPlaying = %d\n");
     }
 }
 

@@ -90,14 +90,14 @@ void qplay(int32_t *x0, int32_t *x1) {
     }
     use_oscillators(partials);
     sample_store(start, start_rule, pcandidates);
-    start_generator(zgen, pcandidates, 0.0, "WPlaying");
+    start_generator(zgen, pcandidates, 0.0, "WPlaying = %d\n");
 }
 
 void tqplay(const float *start, const float *end) {
     use_oscillators(partials);
     std::printf("|->start_time: %fs\tend_time: %fs\n", *start, *end);
     sample_store(*start, peek(zgen.select) != 0 ? selected_zone_rule : start_rule, qcandidates);
-    start_generator(zgen, qcandidates, 0.0, "ZPlaying");
+    start_generator(zgen, qcandidates, 0.0, "ZPlaying = %d\n");
 }
 
 void qmotion() {

@@ -2,6 +2,7 @@
 // -fsanitize=realtime, a lock, an allocation or a system call on it ends the program; the
 // argument "faulty" makes one, to show that it does.
 #include "live/ag.h"
+#include "live/agnf.h"
 #include "live/audio_unit.h"
 #include "live/fbp.h"
 #include "live/mixer.h"
@@ -64,9 +65,12 @@ void set_up_generator() {
         candidates[i].amp = 0.01f;
         candidates[i].status = 1;
     }
-    pcandidates = candidates.data();
+    pcandidates = qcandidates = candidates.data();
     numbOfCands = static_cast<int32_t>(candidates.size());
     createAdditiveToneUnit(&gen);
+    createAdditiveNFToneUnit(&wgen);
+    createAdditiveNFToneUnit1(&zgen);
+    makeSin(static_cast<int32_t>(R));
 }
 
 /// The player through all its states.
@@ -89,13 +93,15 @@ void play_through(bool faulty) {
     serve_requests();
 }
 
-void generate() {
+/// A generator's start, its sound and its release.
+template <typename Generator> void generate(Generator &generator) {
     for (const int32_t state : {1, 3}) {
-        poke(gen.state, state);
-        AudioOutputUnitStart(gen.unit);
+        poke(generator.state, state);
+        AudioOutputUnitStart(generator.unit);
         run_blocks(5, false);
-        AudioOutputUnitStop(gen.unit);
+        AudioOutputUnitStop(generator.unit);
     }
+    serve_requests();
 }
 
 } // namespace
@@ -107,7 +113,9 @@ int main(int argc, char **argv) {
     put_sound(static_cast<float *>(std::calloc(sound_frames, sizeof(float))), sound_frames);
     publish(fbuffersize, sound_frames);
     set_up_generator();
-    generate();
+    generate(gen);
+    generate(wgen);
+    generate(zgen);
     play_through(faulty);
     cleanupAudioMIDI();
     std::puts("the render procedures never waited");
