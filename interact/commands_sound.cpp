@@ -2,8 +2,10 @@
 
 #include "interact/modifiers.h"
 #include "interact/selection.h"
+#include "live/ag.h"
 #include "live/live.h"
 #include "live/shared.h"
+#include "live/zone.h"
 #include "store/console.h"
 #include "store/misc.h"
 #include "store/settings.h"
@@ -11,6 +13,7 @@
 #include "synth/syn.h"
 #include "synth/synth3d.h"
 
+#include <GL/freeglut.h>
 #include <cstdio>
 #include <cstdlib>
 
@@ -122,12 +125,14 @@ bool play_zone(int) {
         selecting = 0;
         poke(liveSynth, 0);
         poke(STOP, uint8_t{0});
-        wip();
+        glutIdleFunc(qmotion);
+        qplay(&square[0], &square[1]);
     }
     return true;
 }
 
 bool quit(int) {
+    cleanupAudioMIDI();
     std::exit(0);
 }
 

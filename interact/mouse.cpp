@@ -7,8 +7,9 @@
 #include "interact/selection.h"
 #include "interact/unproject.h"
 #include "interact/view_drags.h"
+#include "live/gestures.h"
 #include "live/live.h"
-#include "store/misc.h"
+#include "live/shared.h"
 
 #include <GL/freeglut.h>
 #include <cstdint>
@@ -74,11 +75,14 @@ void press_drag_selected(int, int) {
     drag_view(partialsTranslate);
 }
 
-/// The scrub joins here with its own command.
-void press_unbuilt(int, int) {
-    drag_view(nullptr);
-    dragging = 0;
-    wip();
+/// Sounds what stands under the pointer, as long as the button is held.
+void press_scrub(int x, int) {
+    selecting = 0;
+    poke(liveSynth, 1);
+    poke(STOP, uint8_t{0});
+    glutMotionFunc(pmotion);
+    pplay(x, 0);
+    glutPostRedisplay();
 }
 
 /// With nothing found the motion callback stays as it was.
@@ -105,7 +109,7 @@ const PressRow press_rows[] = {
     {GLUT_LEFT_BUTTON, no_modifier_row, always, press_sweep},
     {GLUT_MIDDLE_BUTTON, shift, always, press_drag_selected},
     {GLUT_MIDDLE_BUTTON, ctrl, always, press_scale_partials},
-    {GLUT_MIDDLE_BUTTON, alt, in_edit_view, press_unbuilt},
+    {GLUT_MIDDLE_BUTTON, alt, in_edit_view, press_scrub},
     {GLUT_MIDDLE_BUTTON, alt, always, press_ignored},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, in_edit_view, press_drag_found},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, always, press_middle_plain},
@@ -113,7 +117,7 @@ const PressRow press_rows[] = {
 
 void press(int button, int modifiers, int x, int y) {
     if (button == GLUT_LEFT_BUTTON || button == GLUT_MIDDLE_BUTTON) {
-        square[0] = x;
+        poke(square[0], x);
         square[2] = y;
     }
     for (const PressRow &row : press_rows) {
@@ -141,6 +145,13 @@ void end_sweep() {
     }
 }
 
+void end_scrub() {
+    stop();
+    poke(liveSynth, 0);
+    poke(STOP, uint8_t{1});
+    glutPostRedisplay();
+}
+
 void release(int button, int x, int y) {
     glutMotionFunc(nullptr);
     dragging = 0;
@@ -154,6 +165,9 @@ void release(int button, int x, int y) {
             end_sweep();
         }
         glutPostRedisplay();
+    }
+    if (button == GLUT_MIDDLE_BUTTON && peek(liveSynth) != 0) {
+        end_scrub();
     }
 }
 

@@ -43,6 +43,39 @@ struct LiveGenerator {
     float floatmax;       // output gain
 };
 
+/// The state of the oscillator bank that computes each sine. Arrays hold 2048 elements.
+struct SineGenerator {
+    void *unit;           // output unit, null until created
+    double position;      // frames played, kept below one second's worth
+    uint8_t playing;      // 1 while the unit runs
+    float radians_per_hz; // phase step per frame for 1 Hz
+    int32_t state;        // 0 silent, 1 starting, 2 sustaining, 3 releasing
+    uint8_t midi_started; // 1 when a note started it
+    float *freq_target;   // Hz, at the end of this block
+    float *amp_target;    // linear, at the end of this block
+    float *freq_copy;     // Hz, at the end of the last block
+    float *amp_now;       // linear, at the end of the last block
+    float *phase_now;     // radians
+    float *spare1;        //
+    float *step_now;      // radians per frame, at the end of the last block
+    float *spare2;        //
+    uint8_t *on;          // copy of each candidate's status
+    uint32_t midi_client; //
+    uint32_t midi_port;   //
+};
+
+/// The form of the samples that a render procedure delivers.
+struct StreamFormat {
+    double sample_rate;        // Hz
+    uint32_t format;           // four characters, the first in the highest byte
+    uint32_t flags;            // 0x29: float, packed, non-interleaved
+    uint32_t bytes_per_packet; //
+    uint32_t frames_per_packet;
+    uint32_t bytes_per_frame;
+    uint32_t channels;
+    uint32_t bits_per_channel;
+};
+
 /// The player of a rendered buffer.
 struct FloatPlayer {
     void *unit;            // output unit
@@ -65,9 +98,21 @@ extern LiveCandidate *pcandidates; // what wgen should sound
 extern LiveCandidate *qcandidates; // what zgen should sound
 extern int32_t candidate_room;     // elements of each; partials added since may have none
 
+extern int32_t numbOfCands; // oscillators in use: `partials`, at most 2047
+
+extern SineGenerator gen;   // set up by nothing: `stop` and the clean-up find it empty
 extern LiveGenerator wgen;  // follows the mouse and MIDI
 extern LiveGenerator zgen;  // plays a zone
 extern FloatPlayer fplayer; // plays a rendered buffer
+
+// Audio settings, written at the creation of a unit.
+extern double sampleRate;         // Hz, copy of R
+extern StreamFormat streamFormat; // of the program's render procedures
+extern float benddf;              // 2 from then on; nothing reads it
+
+extern int64_t totalFrames;  // 0 at each start of a generator
+extern int64_t totalfFrames; // frames that the player has delivered in this play
+extern float N;              // 2000 at a start of the player, 1000 at a stop; nothing reads it
 
 extern float live_gain;   // gain of live play, 0.2 at the start
 extern int32_t liveSynth; // 1 during a scrub or a note
@@ -76,6 +121,10 @@ extern uint8_t W;         // 1: scrubbing uses wgen
 extern uint8_t midi;      // MIDI control is on
 extern uint8_t ran;       // partials walk through a zone each by itself
 extern uint8_t zloop;     // a zone plays in a loop
+
+// Written by the MIDI thread.
+extern float mmif;      // mod wheel, 0 to 1
+extern uint8_t changed; // the wheel moved since the last move of the live sound
 
 /// Start values of the switches.
 void reset_live();

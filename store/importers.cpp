@@ -2,6 +2,7 @@
 
 #include "import/afile.h"
 #include "import/afile_interactive.h"
+#include "live/ag.h"
 #include "store/evaluate.h"
 #include "store/recompute.h"
 #include "store/settings.h"
@@ -29,6 +30,7 @@ void import_list(TokenFile &file, int32_t) {
     allocate_counts(room);
     allocate_index(room);
     if (revisit_ptfile(file, &partials, npoints, xarray, &kept) == -1) {
+        cleanupAudioMIDI();
         std::exit(1);
     }
     if (kept < partials) {
@@ -88,6 +90,7 @@ void import_spear(TokenFile &file, int32_t) {
     std::puts("SPEAR file OK");
     allocate_points();
     if (import_spearfile(file, &partials, npoints, &minfreq, &maxfreq, &maxamp) == -1) {
+        cleanupAudioMIDI();
         give_up(file, nullptr, -1);
     }
 }
@@ -105,6 +108,7 @@ void import_spear_frames(TokenFile &file, int32_t) {
     allocate_points();
     if (import_spearrffile(file, &partials, &t_frames, npoints, &minfreq, &maxfreq, &maxamp) ==
         -1) {
+        cleanupAudioMIDI();
         give_up(file, nullptr, -1);
     }
 }

@@ -1,12 +1,15 @@
 #include "store/reading.h"
 
 #include "import/afile.h"
+#include "live/ag.h"
 #include "live/live.h"
+#include "live/oscillators.h"
 #include "store/console.h"
 #include "store/evaluate.h"
 #include "store/importers.h"
 #include "store/misc.h"
 #include "store/progress.h"
+#include "store/published.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/slots.h"
@@ -32,6 +35,8 @@ bool wants_interactive_reading() {
     return word[0] == 'y';
 }
 
+/// As many as oscillators can ask for, however many partials are added later: the array never
+/// moves under a callback that reads it.
 LiveCandidate *new_candidates() {
     const auto count = static_cast<size_t>(candidate_room);
     return static_cast<LiveCandidate *>(std::calloc(count, sizeof(LiveCandidate)));
@@ -56,6 +61,7 @@ void open_analysis(TokenFile &file) {
     std::fflush(stdout);
     std::getchar();
     std::putchar('\n');
+    cleanupAudioMIDI();
     std::exit(1);
 }
 
@@ -82,12 +88,13 @@ void complete_store() {
         std::exit(-1);
     }
     regrow_peval();
-    candidate_room = partials + spare_partials;
+    candidate_room = std::max(partials + spare_partials, most_oscillators + 1);
     scandidates = new_candidates();
     pcandidates = new_candidates();
     qcandidates = new_candidates();
     averages(partials, npoints, parray, peval);
     recompute_everything();
+    publish_store();
     if (dbp) {
         print_by_ref(&parray, &npoints, &partials);
     }
@@ -110,5 +117,6 @@ void closing_dialogue(TokenFile &file) {
     free_store();
     close_tokens(file);
     std::printf("Quillgrove> Closing \"%s\" and exiting...\n\n", afname);
+    cleanupAudioMIDI();
     std::exit(1);
 }

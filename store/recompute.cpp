@@ -1,5 +1,6 @@
 #include "store/recompute.h"
 
+#include "live/shared.h"
 #include "store/phase.h"
 
 #include <algorithm>
@@ -116,18 +117,18 @@ void recompute_times() {
             intervals += n - 1;
         }
     }
-    sndstart = earliest;
-    sndlen = latest;
     meant /= static_cast<float>(intervals);
-    if (sndstart < 0.0f) {
+    if (earliest < 0.0f) {
         for (int32_t i = 0; i < partials; ++i) {
             for (int32_t j = 0; j < npoints[i]; ++j) {
-                parray[i][j].time -= sndstart;
+                poke(parray[i][j].time, parray[i][j].time - earliest);
             }
         }
-        sndlen -= sndstart;
-        sndstart = 0.0f;
+        latest -= earliest;
+        earliest = 0.0f;
     }
+    poke(sndstart, earliest);
+    poke(sndlen, latest);
 }
 
 void recompute_all_pitch() {

@@ -1,5 +1,6 @@
 #include "store/slots.h"
 
+#include "store/published.h"
 #include "store/settings.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ Breakpoint *clone_points(const Breakpoint *points, int32_t n) {
 }
 
 void free_points(Breakpoint *points) {
-    std::free(points);
+    retire(points);
 }
 
 void allocate_counts(int32_t count) {
@@ -67,6 +68,11 @@ void allocate_points() {
 
 void resize_partial(int32_t i, int32_t n) {
     const int32_t before = std::max(npoints[i], 0); // an import may leave a negative count
+    if (!withdraw_store()) {                        // a reader is inside: leave it the old array
+        Breakpoint *whole = clone_points(parray[i], parray[i] != nullptr ? before : 0);
+        retire(parray[i]);
+        parray[i] = whole;
+    }
     parray[i] =
         static_cast<Breakpoint *>(std::realloc(parray[i], at_least_one(n) * sizeof(Breakpoint)));
     if (n > before) {

@@ -11,7 +11,7 @@ Breakpoint *new_points(int32_t n);
 /// A copy of n points, owned by the caller.
 Breakpoint *clone_points(const Breakpoint *points, int32_t n);
 
-/// Releases a point array; null is fine.
+/// Releases a point array, once no other thread reads it; null is fine.
 void free_points(Breakpoint *points);
 
 /// Allocates npoints with `count` + 100 zero-filled elements, dropping the old array.

@@ -7,24 +7,38 @@
 #include "interact/menu.h"
 #include "interact/mouse.h"
 #include "interact/selection.h"
+#include "live/agnf.h"
+#include "live/fbp.h"
+#include "live/gestures.h"
 #include "live/live.h"
+#include "live/requests.h"
+#include "live/sound_output.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"
+#include "synth/sound.h"
 
 #include <GL/freeglut.h>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
-constexpr int title_size = 256; // what does not fit of a long file name is cut
-}
+constexpr int title_size = 256;          // what does not fit of a long file name is cut
+constexpr double highest_rate = 1048576; // Hz, of a table
+} // namespace
 
 void start_sound() {
     STOP = 0;
     method = 0;
     live_gain = 0.2f;
+    use_driver(&sound_output);
+    createAdditiveNFToneUnit(&wgen);
+    createAdditiveNFToneUnit1(&zgen);
     wgen.midi_started = 0;
+    makeSin(static_cast<int32_t>(std::clamp(R, 0.0, highest_rate)));
+    CreateAndConnectFpOutputUnit1(&fplayer);
+    play_rendered = fbplay1;
 }
 
 void open_window() {
@@ -54,9 +68,11 @@ void register_callbacks() {
     glutKeyboardFunc(key);
     glutSpecialFunc(special);
     glutMouseFunc(mouse);
+    glutMotionFunc(pmotion);
     tCallbackReg = 0;
     glutMenu();
     glutAttachMenu(GLUT_RIGHT_BUTTON);
+    serve_by_timer();
 }
 
 void show_title() {

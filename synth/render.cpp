@@ -45,17 +45,13 @@ float *silent_buffer(int64_t frames) {
     return buffer;
 }
 
-void set_sound(float *buffer) {
-    poke(fBuffer, buffer);
-}
-
 int64_t new_sound(int64_t frames) {
     float *buffer = silent_buffer(frames);
     if (buffer == nullptr) {
         frames = 0;
         buffer = silent_buffer(frames);
     }
-    set_sound(buffer);
+    put_sound(buffer, frames);
     return frames;
 }
 

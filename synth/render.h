@@ -14,9 +14,6 @@ int64_t whole_rate_frames(float seconds);
 /// where there is no memory for it.
 float *silent_buffer(int64_t frames);
 
-/// Makes `buffer` the rendered sound. The player may be reading the global.
-void set_sound(float *buffer);
-
 /// Makes a silent buffer of this length the rendered sound. Returns its frames: 0 where there is
 /// no memory for them.
 int64_t new_sound(int64_t frames);

@@ -8,6 +8,24 @@ extern double R;            // Hz, the one sample rate; the audio output's once 
 extern float *fBuffer;      // the rendered mono sound, null before the first render
 extern int64_t fbuffersize; // frames in fBuffer
 
+/// The sound as one block of audio finds it: `samples`, null without a sound, hold `frames` floats
+/// as long as this lives. Audio thread, one at a time; never waits.
+class SoundReading {
+  public:
+    SoundReading();
+    ~SoundReading();
+    SoundReading(const SoundReading &) = delete;
+    SoundReading &operator=(const SoundReading &) = delete;
+
+    const float *samples;
+    int64_t frames;
+};
+
+/// Makes a buffer of this length, or null, the sound; the former buffer is no longer read when
+/// this returns. No block sees a buffer with a frame count that it does not hold: fbuffersize
+/// falls to `frames` here, but never grows. Window thread.
+void put_sound(float *buffer, int64_t frames);
+
 // The halves of the older two-way split, alive during a render.
 extern float *fBuffL;
 extern float *fBuffR;

@@ -117,15 +117,14 @@ int64_t render(void *(*body)(void *), bool tell) {
         std::puts("SYNTH LIVE:");
     }
     free_worker_buffers(count);
-    poke(fbuffersize, frames);
+    publish(fbuffersize, frames);
     return frames;
 }
 
-/// Frees the last render, unless it is still playing: then it is forgotten.
-void drop_idle_sound() {
-    if (peek(fplayer.state) == 0) {
-        std::free(fBuffer);
-    }
+/// The last render when nothing plays it, to be freed once it is replaced; one that plays is
+/// forgotten.
+float *idle_sound() {
+    return peek(fplayer.state) == 0 ? fBuffer : nullptr;
 }
 
 void act_on(int32_t mode, char *name, int64_t frames) {
@@ -167,17 +166,22 @@ void *synsWT(void *argument) {
 
 void synsumWT(int32_t mode, char *name) {
     std::printf("partials: %d, %f s\n", partials, static_cast<double>(sndlen));
-    drop_idle_sound();
-    act_on(mode, name, render(synWT, true));
+    float *former = idle_sound();
+    const int64_t frames = render(synWT, true);
+    std::free(former);
+    act_on(mode, name, frames);
 }
 
 void synssumWT(int32_t mode, char *name) {
-    drop_idle_sound();
-    act_on(mode, name, render(synsWT, false));
+    float *former = idle_sound();
+    const int64_t frames = render(synsWT, false);
+    std::free(former);
+    act_on(mode, name, frames);
 }
 
 void synsumWTC(int32_t mode, char *name) {
     act_on(mode, name, render(synWTC, true));
-    std::free(fBuffer);
-    set_sound(nullptr);
+    float *sound = fBuffer;
+    put_sound(nullptr, 0);
+    std::free(sound);
 }

@@ -33,10 +33,11 @@ void play_once(float start, float peak, int64_t frames, const char *title) {
     std::free(fBuffL);
     std::free(fBuffR);
     fBuffL = fBuffR = nullptr;
-    poke(fbuffersize, frames);
+    publish(fbuffersize, frames);
     play_rendered(start, frames);
-    std::free(fBuffer);
-    set_sound(nullptr);
+    float *sound = fBuffer;
+    put_sound(nullptr, 0);
+    std::free(sound);
 }
 
 /// Silent buffers for the sum and its two halves. Returns their frames: 0 without memory.

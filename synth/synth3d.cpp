@@ -315,10 +315,10 @@ int32_t finish_by_playing(const Render &render, float start) {
         render.samples[n] *= factor;
     }
     std::puts("SYNTH LIVE:");
-    poke(fbuffersize, render.frames);
-    poke(fBuffer, render.samples);
+    put_sound(render.samples, render.frames);
+    publish(fbuffersize, render.frames);
     const int32_t result = play_rendered(start, render.frames);
-    poke(fBuffer, static_cast<float *>(nullptr));
+    put_sound(nullptr, 0);
     // A player that runs may be in the middle of it: then it is left alone.
     if (peek(fplayer.state) == 0) {
         std::free(render.samples);
@@ -330,7 +330,7 @@ int32_t finish_by_playing(const Render &render, float start) {
 
 int32_t synth33(float start, int32_t mode, char *name, Breakpoint **array, int32_t *counts,
                 int32_t number, int32_t select) {
-    poke(fBuffer, static_cast<float *>(nullptr));
+    put_sound(nullptr, 0);
     std::printf("//Additive oscillator-bank synthesizer:%s\n\n", name != nullptr ? name : "");
     Render render = {nullptr, 0,      sndlen, static_cast<float>(R), static_cast<int16_t>(mode),
                      array,   counts, number};

@@ -4,8 +4,14 @@
 #include "display/scene.h"
 #include "display/view.h"
 #include "interact/selection.h"
+#include "live/agnf.h"
+#include "live/fbp.h"
+#include "live/gestures.h"
 #include "live/live.h"
+#include "live/mixer.h"
 #include "store/settings.h"
+#include "synth/sound.h"
+#include "tests/support/audio_double.h"
 #include "tests/support/console.h"
 #include "tests/support/drawing.h"
 
@@ -137,6 +143,9 @@ TEST_F(WindowTest, SparesOfTheSummariesAreCleared) {
 }
 
 TEST_F(WindowTest, LivePlayHasItsStartValues) {
+    AudioDouble audio;
+    audio.rate = 48000.0;
+    int32_t (*const kept)(float, int64_t) = play_rendered;
     STOP = 1;
     method = 3;
     live_gain = 0.9f;
@@ -146,6 +155,23 @@ TEST_F(WindowTest, LivePlayHasItsStartValues) {
     EXPECT_EQ(method, 0);
     EXPECT_EQ(live_gain, 0.2f);
     EXPECT_EQ(wgen.midi_started, 0);
+    EXPECT_EQ(play_rendered, fbplay1);
+    // The table follows the rate, which the units tell.
+    EXPECT_EQ(R, 48000.0);
+    EXPECT_EQ(Sin[12000], 1.0f);
+    ASSERT_EQ(audio.units.size(), 3u);
+    EXPECT_EQ(audio.units[0].callback.context, &wgen);
+    EXPECT_EQ(audio.units[1].callback.context, &zgen);
+    EXPECT_EQ(audio.units[2].callback.context, &fplayer);
+    wgen.unit = zgen.unit = fplayer.unit = nullptr;
+    R = 44100.0;
+    play_rendered = kept;
+    use_driver(nullptr);
+}
+
+TEST_F(WindowTest, TheFirstMotionIsAScrubs) {
+    register_callbacks();
+    EXPECT_EQ(recorder().callbacks.motion, pmotion);
 }
 
 TEST_F(WindowTest, WithoutAStoreTheTitleStays) {

@@ -210,18 +210,6 @@ TEST_F(MenuSound, PlaySelectedNeedsASweep) {
     EXPECT_EQ(gl_double::recorder().redisplays, 0);
 }
 
-TEST_F(MenuSound, PlayZone) {
-    selecting = 1;
-    liveSynth = 1;
-    STOP = 1;
-    EXPECT_TRUE(command(75, "reply\n").starts_with("Play zone: "));
-    EXPECT_EQ(selecting, 0);
-    EXPECT_EQ(peek(liveSynth), 0);
-    EXPECT_EQ(peek(STOP), 0);
-    EXPECT_EQ(gl_double::recorder().redisplays, 1);
-    EXPECT_EQ(unread(), "reply\n");
-}
-
 TEST_F(MenuSound, PlayZoneWhileItPlays) {
     zgen.playing = 1;
     selecting = 1;

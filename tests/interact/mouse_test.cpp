@@ -71,7 +71,6 @@ const PressRow press_rows[] = {
     {"MiddleShiftPerspective", middle, shift, 0, 0, partialsTranslate, 0, 1, ""},
     {"MiddleCtrl", middle, ctrl, 1, 1, partialsScale, 0, 1, "//\n"},
     {"MiddleCtrlPerspective", middle, ctrl, 0, 0, partialsScale, 0, 1, "//\n"},
-    {"MiddleAltEdit", middle, alt, 1, 1, nullptr, 0, 0, unbuilt},
     {"MiddleAltFlatNoBreakpoints", middle, alt, 1, 0, earlier_motion, 1, 1, ""},
     {"MiddleAltPerspective", middle, alt, 0, 1, earlier_motion, 0, 1, ""},
     {"MiddlePlainEditNothingFound", middle, 0, 1, 1, earlier_motion, 0, 0, ""},

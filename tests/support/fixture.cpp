@@ -4,6 +4,7 @@
 #include "display/view.h"
 #include "interact/selection.h"
 #include "live/live.h"
+#include "store/published.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/slots.h"
@@ -45,6 +46,7 @@ void fill_store(const std::vector<Partial> &content) {
     regrow_peval();
     averages(partials, npoints, parray, peval);
     recompute_everything();
+    publish_store();
 }
 
 std::vector<Partial> small_content() {

@@ -154,8 +154,7 @@ template <typename T> void give(const char *name, GLenum what, T *to) {
 namespace gl_double {
 
 void reset_matrices() {
-    for (const GLenum mode :
-         std::initializer_list<GLenum>{GL_MODELVIEW, GL_PROJECTION, GL_TEXTURE}) {
+    for (const GLenum mode : {GLenum{GL_MODELVIEW}, GLenum{GL_PROJECTION}, GLenum{GL_TEXTURE}}) {
         stack_of(mode).assign(1, identity);
     }
 }

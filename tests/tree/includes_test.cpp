@@ -63,6 +63,9 @@ const RankRow rank_table[] = {
     {"toolbox/", state},
     // Clearing of the selections only writes state, and edits end with it.
     {"interact/clear", of_store},
+    // Gestures map pixels to times.
+    {"live/gestures", of_interact},
+    {"live/zone", of_interact},
     // Start-up brings all rooms together.
     {"store/commandline", start_up},
     {"store/importers", start_up},
