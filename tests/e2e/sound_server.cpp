@@ -93,10 +93,11 @@ void PulseServer::crash() {
 }
 
 JackServer::JackServer(int frames) {
-    setenv("JACK_DEFAULT_SERVER", ("quillgrove" + std::to_string(getpid())).c_str(), 1);
+    const std::string name = "quillgrove" + std::to_string(getpid());
+    setenv("JACK_DEFAULT_SERVER", name.c_str(), 1);
     setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
-    server = begin({"jackd", "--no-realtime", "-n", getenv("JACK_DEFAULT_SERVER"), "-d", "dummy",
-                    "-r", "48000", "-p", std::to_string(frames)},
+    server = begin({"jackd", "--no-realtime", "-n", name, "-d", "dummy", "-r", "48000", "-p",
+                    std::to_string(frames)},
                    "");
 }
 

@@ -59,6 +59,6 @@ class Recording {
     std::string file;
 };
 
-/// What sox measures in a stretch of samples: its line of this name, as "RMS     amplitude".
+/// What sox measures in a stretch of samples: its line of this name, as "Maximum amplitude".
 double measured(const std::vector<float> &samples, const std::string &what,
                 const std::string &folder);

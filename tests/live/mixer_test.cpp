@@ -74,8 +74,8 @@ class MixerTest : public testing::Test {
         opened = closed = 0;
     }
     void TearDown() override {
-        for (Tone *tone : tones) {
-            close_output_unit(&tone->unit);
+        for (Tone *each : tones) {
+            close_output_unit(&each->unit);
         }
         use_driver(nullptr);
         R = 44100.0;
@@ -94,19 +94,19 @@ class MixerTest : public testing::Test {
     }
 
     Tone keeper; // holds the stream open
+    Tone first, second, third, tone;
     std::vector<Tone *> tones;
 };
 
 } // namespace
 
 TEST_F(MixerTest, OneStreamServesAllUnits) {
-    Tone first, second;
     add(first);
     add(second);
     EXPECT_EQ(opened, 0); // it is open already
     EXPECT_EQ(R, 48000.0);
-    for (Tone *tone : tones) {
-        close_output_unit(&tone->unit);
+    for (Tone *each : tones) {
+        close_output_unit(&each->unit);
     }
     EXPECT_EQ(closed, 1);
     add(first);
@@ -114,7 +114,6 @@ TEST_F(MixerTest, OneStreamServesAllUnits) {
 }
 
 TEST_F(MixerTest, StartedUnitsAddUpInEveryChannel) {
-    Tone first, second, third;
     add(first, 0.25f);
     add(second, 0.5f);
     add(third, 100.0f);
@@ -129,7 +128,6 @@ TEST_F(MixerTest, StartedUnitsAddUpInEveryChannel) {
 }
 
 TEST_F(MixerTest, ProceduresAlwaysGetSlicesOf512) {
-    Tone tone;
     add(tone, 1.0f);
     AudioOutputUnitStart(tone.unit);
     uint64_t delivered = 0;
@@ -142,7 +140,6 @@ TEST_F(MixerTest, ProceduresAlwaysGetSlicesOf512) {
 }
 
 TEST_F(MixerTest, TheRestOfASliceIsKept) {
-    Tone tone;
     add(tone, 1.0f);
     AudioOutputUnitStart(tone.unit);
     blocks_of(300);
@@ -153,7 +150,6 @@ TEST_F(MixerTest, TheRestOfASliceIsKept) {
 }
 
 TEST_F(MixerTest, AUnitStopsFromInsideItsProcedure) {
-    Tone tone;
     add(tone, 1.0f);
     tone.within = [](Tone &inner) { AudioOutputUnitStop(inner.unit); };
     AudioOutputUnitStart(tone.unit);
@@ -164,7 +160,6 @@ TEST_F(MixerTest, AUnitStopsFromInsideItsProcedure) {
 }
 
 TEST_F(MixerTest, AStartDuringTheBlockOutlastsTheStopFromInside) {
-    Tone tone;
     add(tone, 1.0f);
     tone.within = [](Tone &inner) {
         AudioOutputUnitStart(inner.unit); // as another thread would meanwhile
@@ -179,7 +174,6 @@ TEST_F(MixerTest, AStartDuringTheBlockOutlastsTheStopFromInside) {
 }
 
 TEST_F(MixerTest, AClosedUnitIsNotCalled) {
-    Tone tone;
     add(tone, 1.0f);
     AudioOutputUnitStart(tone.unit);
     blocks_of(512);
@@ -226,15 +220,15 @@ TEST_F(MixerTest, UnitsComeAndGoWhileTheStreamRuns) {
         }
     });
     for (int round = 0; round < 200; round++) {
-        Tone tone;
-        create_output_unit(&tone.unit, render_tone, &tone, generator_texts);
-        AudioOutputUnitStart(tone.unit);
-        AudioOutputUnitStop(tone.unit);
-        AudioOutputUnitStart(tone.unit);
-        close_output_unit(&tone.unit);
-        const int blocks = tone.blocks; // nobody writes it any more
+        Tone brief;
+        create_output_unit(&brief.unit, render_tone, &brief, generator_texts);
+        AudioOutputUnitStart(brief.unit);
+        AudioOutputUnitStop(brief.unit);
+        AudioOutputUnitStart(brief.unit);
+        close_output_unit(&brief.unit);
+        const int blocks = brief.blocks; // nobody writes it any more
         std::this_thread::yield();
-        EXPECT_EQ(tone.blocks, blocks);
+        EXPECT_EQ(brief.blocks, blocks);
     }
     streaming = false;
     stream.join();
