@@ -54,7 +54,7 @@ std::function<void()> sdif_on_store(int32_t selection) {
     return [selection] { sdif(sndstart, sndlen, maxamp, parray, npoints, partials, selection); };
 }
 
-void flag(int32_t i, int32_t first, int32_t last, uint16_t value) {
+void mark(int32_t i, int32_t first, int32_t last, uint16_t value) {
     for (int32_t j = first; j <= last; ++j) {
         parray[i][j].selected = value;
     }

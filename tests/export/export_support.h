@@ -39,7 +39,7 @@ std::function<void()> on_store(Exporter *exporter);
 std::function<void()> sdif_on_store(int32_t selection);
 
 /// Flags points `first` to `last` of partial `i`.
-void flag(int32_t i, int32_t first, int32_t last, uint16_t value = 1);
+void mark(int32_t i, int32_t first, int32_t last, uint16_t value = 1);
 
 /// Two partials: three points with levels 0, -20 and -40 dB, two with -6 and -140 dB, at times
 /// and frequencies that round in the third decimal.

@@ -56,7 +56,7 @@ TEST_F(List, VerboseDots) {
 TEST_F(List, Cancelled) {
     EXPECT_EQ(export_all("-c\n"), ask + "Command cancelled\n");
     EXPECT_STREQ(name, "");
-    flag(0, 0, 2);
+    mark(0, 0, 2);
     EXPECT_EQ(export_selected("-c\n"), ask_selected + "Command cancelled\n");
     EXPECT_TRUE(files().empty());
 }
@@ -80,7 +80,7 @@ TEST_F(List, ExistingFileIsLeftAlone) {
     const std::string refusal = "Error: File \"" + path("out.pt") + "\" already exists\n";
     EXPECT_EQ(export_all(path() + "\n"), ask + refusal);
     EXPECT_STREQ(name, "");
-    flag(0, 0, 2);
+    mark(0, 0, 2);
     EXPECT_EQ(export_selected(path() + "\n"), ask_selected + refusal);
     EXPECT_EQ(text_of("out.pt"), "kept");
     // The writers hold to it by themselves.
@@ -97,7 +97,7 @@ TEST_F(List, CannotBeCreated) {
                                                        "\nError: Can't create file \"" + whole +
                                                        "\"\n\tdone\n");
     EXPECT_STREQ(name, "");
-    flag(0, 0, 2);
+    mark(0, 0, 2);
     EXPECT_EQ(export_selected(path("no/where") + "\n"),
               ask_selected + "Exporting selections to: " + whole +
                   "\nNumber of candidates: 1\nError: Can't create file \"" + whole +
@@ -120,8 +120,8 @@ TEST_F(List, FullDisk) {
     EXPECT_EQ(result.out, ask + "Exporting 2 partials to: " + path("out.pt") + "\n\tdone\n<>");
     EXPECT_EQ(result.err, "Quillgrove: " + path("out.pt") + ": File too large\n");
     EXPECT_TRUE(files().empty());
-    flag(0, 0, 2);
-    flag(1, 0, 1);
+    mark(0, 0, 2);
+    mark(1, 0, 1);
     const ShortOfRoom selection =
         short_of_room(190, path() + "\n", [] { audiosculpt3ds(parray, npoints, partials); });
     EXPECT_EQ(selection.out, ask_selected + "Exporting selections to: " + path("out.pt") +
@@ -142,7 +142,7 @@ TEST_F(List, NothingSelected) {
 }
 
 TEST_F(List, OneSelection) {
-    flag(1, 0, 1);
+    mark(1, 0, 1);
     EXPECT_EQ(export_selected(path() + "\n"),
               ask_selected + "Exporting selections to: " + path("out.pt") +
                   "\nNumber of candidates: 1\nx1= 1\treturned= 1\ty0= 0\ty1= 1\n"
@@ -157,8 +157,8 @@ TEST_F(List, OneSelection) {
 }
 
 TEST_F(List, TwoSelections) {
-    flag(0, 1, 2);
-    flag(1, 0, 1);
+    mark(0, 1, 2);
+    mark(1, 0, 1);
     EXPECT_EQ(export_selected(path() + "\n"),
               ask_selected + "Exporting selections to: " + path("out.pt") +
                   "\nNumber of candidates: 2\nx1= 0\treturned= 0\ty0= 1\ty1= 2\n"

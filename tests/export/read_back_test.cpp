@@ -65,8 +65,8 @@ TEST_F(ReadBack, List) {
 
 TEST_F(ReadBack, ListOfSelectedRuns) {
     fill_store(small_content());
-    flag(0, 1, 3);
-    flag(2, 0, 1);
+    mark(0, 1, 3);
+    mark(2, 0, 1);
     const Snapshot before = snapshot();
     printed([this] { EXPECT_EQ(audiosculpt3ds_c(parray, npoints, path().c_str(), partials), 2); });
     printed([this] { ASSERT_EQ(read_list(text_of()), 0); });
@@ -156,8 +156,8 @@ TEST_F(ReadBack, Spear) {
 
 TEST_F(ReadBack, SpearOfSelectedRuns) {
     fill_store(small_content());
-    flag(0, 1, 3);
-    flag(2, 0, 1);
+    mark(0, 1, 3);
+    mark(2, 0, 1);
     const Snapshot before = snapshot();
     const float reference = maxamp;
     exported(spears, path());
@@ -270,7 +270,7 @@ TEST_F(ReadBack, SdifWithAGap) {
 TEST_F(ReadBack, SamplesAsSdif) {
     const int done = for_samples([this](const std::string &name) {
         for (int32_t i = 0; i < partials; ++i) {
-            flag(i, 0, npoints[i] - 1); // as a selection, so that the grid stays as asked
+            mark(i, 0, npoints[i] - 1); // as a selection, so that the grid stays as asked
         }
         conversation(path(name) + "\n0.02\n", sdif_on_store(1));
         const Tracks tracks = tracks_of(text_of(name));

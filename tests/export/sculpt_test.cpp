@@ -99,7 +99,7 @@ TEST_F(Sculpt, NothingSelected) {
 }
 
 TEST_F(Sculpt, SelectedPartialsAreWhole) {
-    flag(1, 1, 1);
+    mark(1, 1, 1);
     const std::string opening = "Candidates: 1\nPartial# 1 \n"
                                 "Quillgrove> Enter CMIX score file parameters\n"
                                 "\033[31mQuillgrove> \033[0m Enter CMIX score file parameters\n";

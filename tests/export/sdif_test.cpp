@@ -180,7 +180,7 @@ TEST_F(Sdif, FrequenciesAreHeld) {
     fill_store({{{0.0f, 30000.0f, 0.0f}, {1.0f, 30000.0f, 0.0f}}});
     export_grid("1");
     EXPECT_TRUE(frames().starts_with(frame(0.0, {"1\t20000.000000\t0.200000\t0.000000"})));
-    flag(0, 0, 1);
+    mark(0, 0, 1);
     export_grid("1", 1);
     EXPECT_TRUE(frames().starts_with(frame(0.0, {"1\t22050.000000\t0.200000\t0.000000"})));
     parray[0][0].freq = parray[0][1].freq = -50.0f;
@@ -190,8 +190,8 @@ TEST_F(Sdif, FrequenciesAreHeld) {
 
 TEST_F(Sdif, TheFirst2047Partials) {
     fill_store(std::vector<Partial>(3000, {{0.0f, 100.0f, 0.0f}, {100.0f, 100.0f, 0.0f}}));
-    flag(2046, 0, 1);
-    flag(2047, 0, 1);
+    mark(2046, 0, 1);
+    mark(2047, 0, 1);
     export_grid("25", 1);
     const std::string row = "2047\t100.000000\t0.200000\t0.000000";
     EXPECT_EQ(frames(),
@@ -207,7 +207,7 @@ TEST_F(Sdif, SelectionFadesOut) {
                  {3.0f, 100.0f, 0.0f},
                  {4.0f, 100.0f, 0.0f}},
                 {{0.0f, 100.0f, 0.0f}, {4.0f, 100.0f, 0.0f}}});
-    flag(0, 2, 2);
+    mark(0, 2, 2);
     const std::string said = export_grid("0.5", 1);
     EXPECT_TRUE(said.starts_with("Quillgrove > Export selected partials to SDIF file\n"));
     EXPECT_EQ(said.find(nudged), std::string::npos);
@@ -259,7 +259,7 @@ TEST_F(Sdif, DialogueEnds) {
 
 TEST_F(Sdif, FullDisk) {
     fill_store(std::vector<Partial>(20, {{0.0f, 100.0f, 0.0f}, {1.0f, 200.0f, 0.0f}}));
-    flag(0, 0, 1);
+    mark(0, 0, 1);
     const ShortOfRoom result = short_of_room(300000, path() + "\n0.0002\n", [] {
         // Standard output would grow too large itself.
         conversation("", [] {});

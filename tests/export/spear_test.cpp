@@ -59,7 +59,7 @@ TEST_F(Spear, ExistingFileIsLeftAlone) {
     make("out", "kept");
     EXPECT_EQ(export_all(path() + "\n"), all + ask + "File " + path() + " exists\n");
     EXPECT_EQ(text_of(), "kept");
-    flag(0, 0, 2);
+    mark(0, 0, 2);
     EXPECT_EQ(export_selected(path() + "\n"),
               select + "Number of candidates: 1\n" + ask + "File " + path() + " exists\n");
     EXPECT_EQ(text_of(), "kept");
@@ -67,7 +67,7 @@ TEST_F(Spear, ExistingFileIsLeftAlone) {
 
 TEST_F(Spear, Cancelled) {
     EXPECT_EQ(export_all("-c\n"), all + ask + "Command cancelled\n");
-    flag(0, 0, 2);
+    mark(0, 0, 2);
     EXPECT_EQ(export_selected("-c\n"),
               select + "Number of candidates: 1\n" + ask + "Command cancelled\n");
     EXPECT_TRUE(files().empty());
@@ -76,7 +76,7 @@ TEST_F(Spear, Cancelled) {
 TEST_F(Spear, EndOfInput) {
     EXPECT_EQ(export_all(""), all + ask);
     EXPECT_EQ(export_all("\n\n"), all + ask);
-    flag(0, 0, 2);
+    mark(0, 0, 2);
     EXPECT_EQ(export_selected(""), select + "Number of candidates: 1\n" + ask);
 }
 
@@ -88,7 +88,7 @@ TEST_F(Spear, ANameCutOffByTheEndOfInputCounts) {
 TEST_F(Spear, CannotBeCreated) {
     const std::string name = path("no/where");
     EXPECT_EQ(export_all(name + "\n"), all + ask + "Cannot create file " + name + "\n");
-    flag(0, 0, 2);
+    mark(0, 0, 2);
     EXPECT_EQ(export_selected(name + "\n"), select + "Number of candidates: 1\n" + ask +
                                                 "Error: Can't create file \"" + name + "\"\n");
 }
@@ -120,9 +120,9 @@ TEST_F(Spear, SelectedRuns) {
                  {3.0f, 150.0f, 0.0f},
                  {3.5f, 160.0f, -20.0f}},
                 {{4.0f, 200.0f, -20.0f}, {4.5f, 210.0f, -40.0f}}});
-    flag(0, 1, 3);
-    flag(0, 5, 6);
-    flag(1, 0, 1);
+    mark(0, 1, 3);
+    mark(0, 5, 6);
+    mark(1, 0, 1);
     parray[0][1].phase = 0.25f;
     EXPECT_EQ(export_selected(path() + "\n"), select + "Number of candidates: 3\n" + ask +
                                                   "x1= 0\treturned= 0\ty0= 1\ty1= 3\n"
@@ -149,8 +149,8 @@ TEST_F(Spear, SelectedRuns) {
 TEST_F(Spear, VerboseDots) {
     fill_store({{{0.0f, 100.0f, 0.0f}, {1.0f, 110.0f, 0.0f}},
                 {{0.0f, 200.0f, 0.0f}, {1.0f, 210.0f, 0.0f}}});
-    flag(0, 0, 1);
-    flag(1, 0, 1);
+    mark(0, 0, 1);
+    mark(1, 0, 1);
     verbose = 1;
     EXPECT_EQ(export_selected(path() + "\n"), select + "Number of candidates: 2\n" + ask +
                                                   "x1= 0\treturned= 0\ty0= 0\ty1= 1\n."
@@ -162,19 +162,19 @@ TEST_F(Spear, VerboseDots) {
 TEST_F(Spear, TwoPointsCountAtTheEndAlone) {
     fill_store(
         {{{0.0f, 100.0f, 0.0f}, {1.0f, 110.0f, 0.0f}, {2.0f, 120.0f, 0.0f}, {3.0f, 130.0f, 0.0f}}});
-    flag(0, 1, 2);
+    mark(0, 1, 2);
     EXPECT_EQ(export_selected("-c\n"), select + "Number of candidates: 0\n"
                                                 "Selection doesn't meet criteria\n"
                                                 "Program found nothing to export\n");
-    flag(0, 1, 1, 0);
-    flag(0, 2, 3);
+    mark(0, 1, 1, 0);
+    mark(0, 2, 3);
     EXPECT_EQ(export_selected("-c\n"),
               select + "Number of candidates: 1\n" + ask + "Command cancelled\n");
 }
 
 TEST_F(Spear, ALoneLastPointIsSkipped) {
-    flag(0, 2, 2);
-    flag(1, 0, 1);
+    mark(0, 2, 2);
+    mark(1, 0, 1);
     EXPECT_EQ(export_selected(path() + "\n"), select + "Number of candidates: 1\n" + ask +
                                                   "x1= 1\treturned= 1\ty0= 0\ty1= 1\n" + done);
 }

@@ -221,8 +221,8 @@ TEST_F(Wavetable, NothingSelected) {
 }
 
 TEST_F(Wavetable, SelectedRuns) {
-    flag(0, 1, 2); // -20 and -40 dB
-    flag(1, 0, 1); // -6 and -140 dB
+    mark(0, 1, 2); // -20 and -40 dB
+    mark(1, 0, 1); // -6 and -140 dB
     dbp = 1;
     const std::string text = export_selected(path("out.sco") + "\n1 1 1000 -1\n");
     EXPECT_EQ(text, "Quillgrove > Export select partials to SPEAR file\n"
@@ -260,7 +260,7 @@ TEST_F(Wavetable, SelectedRuns) {
 }
 
 TEST_F(Wavetable, SelectionCancelled) {
-    flag(1, 0, 1);
+    mark(1, 0, 1);
     EXPECT_TRUE(export_selected("-c\n").ends_with(ask + "Command cancelled\n"));
     EXPECT_TRUE(files().empty());
 }
