@@ -248,28 +248,6 @@ constexpr bool own_allocator = true;
 constexpr bool own_allocator = false;
 #endif
 
-/// Bounds the process's address space.
-void limit_memory(size_t bytes) {
-    rlimit limit = {};
-    if (getrlimit(RLIMIT_AS, &limit) != 0) {
-        std::_Exit(99);
-    }
-    limit.rlim_cur = bytes;
-    if (setrlimit(RLIMIT_AS, &limit) != 0) {
-        std::_Exit(99);
-    }
-}
-
-/// Takes all that earlier tests have freed, so that it is not allocated anew.
-void take_freed_memory() {
-    constexpr size_t largest = 1 << 26, smallest = 1 << 6;
-    for (size_t size = largest; size >= smallest; size /= 2) {
-        while (void *volatile block = std::malloc(size)) {
-            static_cast<void>(block);
-        }
-    }
-}
-
 void leave_only(size_t room) {
     FILE *sizes = std::fopen("/proc/self/statm", "r");
     long pages = 0;
@@ -278,9 +256,10 @@ void leave_only(size_t room) {
     }
     std::fclose(sizes);
     const size_t used = static_cast<size_t>(pages) * static_cast<size_t>(sysconf(_SC_PAGESIZE));
-    limit_memory(used);
-    take_freed_memory();
-    limit_memory(used + room);
+    rlimit limit = {used + room, used + room};
+    if (setrlimit(RLIMIT_AS, &limit) != 0) {
+        std::_Exit(99);
+    }
 }
 
 /// Exits with func1's result, or with 97 when it touched what it was given.
@@ -309,6 +288,8 @@ class ThinningWithoutMemory : public StoreTest {
         if (own_allocator) {
             GTEST_SKIP() << "the allocator does not keep to the process's limit";
         }
+        // A process begun anew holds no memory that earlier tests have freed.
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
         StoreTest::SetUp();
     }
 };
