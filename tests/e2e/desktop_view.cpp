@@ -2,6 +2,7 @@
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <bit>
 
 namespace {
 
@@ -23,18 +24,18 @@ bool on_view(Display *connection, Window window) {
            attributes.map_state == IsViewable;
 }
 
-int shift_of(unsigned long mask) {
-    int shift = 0;
-    while (mask != 0 && (mask & 1) == 0) {
-        mask >>= 1;
-        ++shift;
+/// One colour of a pixel.
+class Channel {
+  public:
+    explicit Channel(unsigned long bits) : mask(bits), shift(std::countr_zero(bits)) {}
+    int of(unsigned long pixel) const {
+        return static_cast<int>((pixel & mask) >> shift);
     }
-    return shift;
-}
 
-int part(unsigned long pixel, unsigned long mask) {
-    return static_cast<int>((pixel & mask) >> shift_of(mask));
-}
+  private:
+    unsigned long mask;
+    int shift;
+};
 
 /// A window may be gone by the time it is asked about.
 int ignore_error(Display *, XErrorEvent *) {
@@ -94,11 +95,12 @@ Image DesktopView::capture(WindowId window) const {
     }
     image.width = size.width;
     image.height = size.height;
+    image.pixels.reserve(static_cast<size_t>(size.width) * static_cast<size_t>(size.height));
+    const Channel red(taken->red_mask), green(taken->green_mask), blue(taken->blue_mask);
     for (int y = 0; y < size.height; ++y) {
         for (int x = 0; x < size.width; ++x) {
             const unsigned long pixel = XGetPixel(taken, x, y);
-            image.pixels.push_back({part(pixel, taken->red_mask), part(pixel, taken->green_mask),
-                                    part(pixel, taken->blue_mask)});
+            image.pixels.push_back({red.of(pixel), green.of(pixel), blue.of(pixel)});
         }
     }
     XDestroyImage(taken);
@@ -110,9 +112,10 @@ Image DesktopView::settled(WindowId window, Duration timeout) const {
     return wait_for(
         window,
         [&](const Image &image) {
-            const bool still = image == last && !image.blank();
+            const bool drawn = !image.blank();
+            const bool still = drawn && image == last;
             last = image;
-            pause_for(still ? Duration(0) : between_looks);
+            pause_for(still || !drawn ? Duration(0) : between_looks);
             return still;
         },
         timeout);

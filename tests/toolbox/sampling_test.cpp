@@ -288,6 +288,8 @@ class ThinningWithoutMemory : public StoreTest {
         if (own_allocator) {
             GTEST_SKIP() << "the allocator does not keep to the process's limit";
         }
+        // A process begun anew holds no memory that earlier tests have freed.
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
         StoreTest::SetUp();
     }
 };
