@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -109,7 +110,8 @@ bool store_value(PhRecord &record, const char *reply, double number, const char 
             continue;
         }
         record.value[row.value] = static_cast<float>(number);
-        std::snprintf(record.tag, sizeof record.tag, "%s", sequence);
+        const size_t copied = std::string_view(sequence).copy(record.tag, sizeof record.tag - 1);
+        record.tag[copied] = '\0';
         if (!row.above_zero || number > smallest) {
             record.index = static_cast<int32_t>(std::strlen(sequence));
         }

@@ -52,9 +52,11 @@ float largest_value(PhRecord *ph, int value) {
     return largest;
 }
 
-/// Toward zero, held far within the type.
-int32_t count_of(double points) {
-    constexpr double limit = 2e9;
+/// How many points there are in so many seconds: toward zero, held far within the type. The
+/// product is of single precision, so that 0.7 seconds of 10 points each are 7.
+int32_t points_in(const Envelope &envelope, float seconds) {
+    constexpr float limit = 2e9f;
+    const float points = static_cast<float>(envelope.pps) * seconds;
     return std::isnan(points) ? 0 : static_cast<int32_t>(std::clamp(points, -limit, limit));
 }
 
@@ -113,8 +115,7 @@ int32_t points_of(const Plan &plan, PhRecord &record) {
     if (!has(*plan.pattern, 'd')) {
         return plan.pts;
     }
-    const double whole = static_cast<double>(plan.envelope.pps) * record.value[2];
-    const int32_t n = count_of(whole) + 1;
+    const int32_t n = points_in(plan.envelope, record.value[2]) + 1;
     if (n >= fewest) {
         return n;
     }
@@ -203,7 +204,7 @@ Plan plan_of(PhRecord *ph, const Envelope &envelope) {
     Plan plan = {};
     plan.ph = ph;
     plan.envelope = envelope;
-    plan.pts = count_of(static_cast<double>(envelope.pps) * envelope.dur);
+    plan.pts = points_in(envelope, envelope.dur);
     plan.step = envelope.dur / static_cast<float>(plan.pts);
     plan.pattern = std::find_if(ph, ph + most_records,
                                 [](const PhRecord &record) { return record.index > 0; });

@@ -104,6 +104,17 @@ TEST_F(SourceFilter, SilentElementsDivideNothing) {
     EXPECT_EQ(levels(0), (Levels{-0.0f, -0.0f, -0.0f}));
 }
 
+TEST_F(SourceFilter, ASegmentFromZeroHertzHasNoShare) {
+    // Both quotients of its share are infinite.
+    LpcFrame a = frame_of({{0, 3}, {-10, 0}, {-20, 400}, {-30, 800}});
+    LpcFrame b = frame_of({{2, 3}, {-10, 0}, {-20, 400}, {-30, 800}});
+    filter(a, b, 1, 0);
+    for (const float level : levels(0)) {
+        EXPECT_TRUE(std::isnan(level));
+    }
+    EXPECT_EQ(levels(1), (Levels{-39.5, -39.5, -39.5})); // three quarters of the way
+}
+
 TEST_F(SourceFilter, PointsOutsideTheSpanStay) {
     LpcFrame a = frame_of({{0.25, 2}, {-10, 100}, {-10, 400}});
     LpcFrame b = frame_of({{0.75, 2}, {-10, 100}, {-10, 400}});

@@ -180,6 +180,17 @@ TEST_F(ValueRecords, TheLastButOneIsLoweredOnlyFromAbove) {
     EXPECT_EQ(parray[0][3].amp, -100.0f);
 }
 
+TEST_F(ValueRecords, PointsOfDecimalDurations) {
+    add("f", 440);
+    EXPECT_EQ(build({10, 0.7f, 0.0f}), "Num. Partials: 1\ndur = 7.000000\tfactor = 0.100000\n"
+                                       "npoints[0] = 7\n");
+    ph.assign(most_records, PhRecord());
+    begun = partials = 0;
+    add("fd", 440, 0, 2);
+    add("fd", 660, 0, 0.7f);
+    EXPECT_NE(build({10, 2.0f, 0.0f}).find("npoints[1] = 8\n"), std::string::npos);
+}
+
 TEST_F(ValueRecords, TwoPointsAreNotEnough) {
     add("f", 440);
     EXPECT_EQ(build({2, 1.0f, 0.0f}), "Num. Partials: 1\ndur = 2.000000\tfactor = 0.500000\n"

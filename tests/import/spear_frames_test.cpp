@@ -104,6 +104,29 @@ TEST_F(SpearFrames, IndicesComeInAnyOrder) {
     }
 }
 
+TEST_F(SpearFrames, AFrameOnOneLongLine) {
+    constexpr int points = 3000;
+    std::string line = "0.5 " + std::to_string(points);
+    for (int i = points; i-- > 0;) { // the last index first
+        line += " " + std::to_string(i) + " " + std::to_string(100 + i) + ".250000 0.500000";
+    }
+    ASSERT_GT(line.size(), 70000u);
+    ASSERT_EQ(read(spear_frames_text(std::to_string(points + 5), "1", line + "\n")), 5);
+    EXPECT_EQ(partials, points + 5);
+    for (const int i : {0, 1, 1234, points - 1}) {
+        ASSERT_EQ(npoints[i], 1);
+        EXPECT_EQ(parray[i][0].freq, static_cast<float>(i) + 100.25f);
+        EXPECT_EQ(parray[i][0].time, 0.5f);
+    }
+    EXPECT_EQ(npoints[points], 0);
+}
+
+TEST_F(SpearFrames, AmplitudesAboveOneAreAboveZeroDecibels) {
+    ASSERT_EQ(read(spear_frames_text("1", "1", "0 1 0 100 100")), 5);
+    EXPECT_EQ(parray[0][0].amp, 40.0f);
+    EXPECT_EQ(maxamp, 40.0f);
+}
+
 TEST_F(SpearFrames, AnIndexTwiceInAFrameGivesTwoPoints) {
     ASSERT_EQ(read(spear_frames_text("1", "1", "0.5 2 0 30 1 0 31 1")), 5);
     ASSERT_EQ(npoints[0], 2);
