@@ -55,7 +55,7 @@ void draw_contours(const FrameArrays &arrays) {
 /// Dots come before contours, so that at equal depth they stay on top; a view drag leaves them
 /// out.
 void draw_breakpoints() {
-    const bool with_dots = partials > 0 && dragging == 0 && bps != 0 && flat != 0;
+    const bool with_dots = partials > 0 && dragging == 0 && edit_mode();
     const FrameArrays &arrays = frame_arrays(with_dots);
     if (arrays.vertices.empty()) {
         return;

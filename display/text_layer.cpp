@@ -62,7 +62,7 @@ void draw_view_line(int y) {
     char line[line_size] = "";
     const char *projection = flat != 0 ? "flat" : "perspective";
     const char *logarithmic = logpos != 0 ? "-log. frequency" : "";
-    if (bps == 0 || flat == 0) {
+    if (!edit_mode()) {
         std::snprintf(line, sizeof line, "Projection: %s%s   Relative zoom: %5.2f  %s ", projection,
                       logarithmic, zoom, " ");
     } else {
@@ -133,7 +133,7 @@ void draw_information(int height) {
 }
 
 void draw_help() {
-    const bool editing = flat != 0 && bps != 0;
+    const bool editing = edit_mode();
     char line[line_size] = "";
     glColor3f(0.54f, 0.4f, 0.1f);
     std::snprintf(line, sizeof line,

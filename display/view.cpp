@@ -43,6 +43,14 @@ uint8_t tCallbackReg = 0;
 int gMainWindow = 0;
 uint32_t input_events = 0;
 
+bool edit_mode() {
+    return flat != 0 && bps != 0;
+}
+
+bool soft_mode() {
+    return flat != 0 || bps != 0;
+}
+
 void reset_view() {
     flat = clo = bps = logpos = 0;
     coord = 1;

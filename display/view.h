@@ -68,5 +68,11 @@ extern int gMainWindow;      // GLUT's number of the window
 /// and editing drags. A frame may show the arrays of an earlier one only while it stands still.
 extern uint32_t input_events;
 
+/// The flat view with breakpoints, in which single points are seen and found.
+bool edit_mode();
+
+/// The flat view or breakpoints: selections may be changed, and edits are allowed.
+bool soft_mode();
+
 /// Start values of everything above.
 void reset_view();

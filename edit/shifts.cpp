@@ -50,15 +50,6 @@ void shift_tracking(float &freq, float ratio) {
     }
 }
 
-/// The first selected point of partial i, npoints[i] when there is none.
-int32_t first_selected(int32_t i) {
-    int32_t j = 0;
-    while (j < npoints[i] && !is_selected(i, j)) {
-        ++j;
-    }
-    return j;
-}
-
 /// No partial that moves as a whole may start before 0.
 float limit_to_start(float shift) {
     for (int32_t i = 0; i < partials; ++i) {
@@ -132,7 +123,7 @@ void timesh(float seconds) {
         }
     }
     for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = first_selected(i); j < npoints[i]; ++j) {
+        for (int32_t j = first_selected_point(i); j < npoints[i]; ++j) {
             parray[i][j].time += shift;
         }
     }

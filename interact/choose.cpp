@@ -49,7 +49,7 @@ void merge_equal_slots(FoundPoints &queue) {
 
 /// Moves the newest point and, when there are two, the older one.
 void choose(int32_t by, bool newest, bool older) {
-    if ((flat == 0 && bps == 0) || foundSubscriptions.count < 1) {
+    if (!soft_mode() || foundSubscriptions.count < 1) {
         return;
     }
     FoundPoints &queue = foundSubscriptions;

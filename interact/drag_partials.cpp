@@ -79,7 +79,7 @@ void translate_logarithmic(const DragStep &step) {
 } // namespace
 
 void partialsTranslate(int x, int y) {
-    if (!drag_acts()) {
+    if (!edit_mode()) {
         return;
     }
     const DragStep step = begin_drag_step(x, y);

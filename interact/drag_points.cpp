@@ -127,7 +127,7 @@ void move_found_points(const DragStep &step) {
 } // namespace
 
 void breakpointsTranslate(int x, int y) {
-    if (!drag_acts()) {
+    if (!edit_mode()) {
         return;
     }
     move_found_points(begin_drag_step(x, y));

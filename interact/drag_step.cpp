@@ -18,10 +18,6 @@ double lagging_time(float position) {
 
 } // namespace
 
-bool drag_acts() {
-    return bps != 0 && flat != 0;
-}
-
 DragStep begin_drag_step(int x, int y) {
     square[1] = x;
     square[3] = y;

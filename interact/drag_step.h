@@ -7,9 +7,6 @@ struct DragStep {
     float df; // Hz that they go down
 };
 
-/// Whether an editing drag acts in this view.
-bool drag_acts();
-
 /// Takes the pointer's new place in, and tells the way from the last one.
 DragStep begin_drag_step(int x, int y);
 

@@ -3,6 +3,7 @@
 #include "display/view.h"
 #include "interact/gesture_source.h"
 #include "interact/gestures.h"
+#include "store/recompute.h"
 #include "store/store.h"
 #include "toolbox/auxilliary3d.h"
 #include "toolbox/auxmath3d.h"

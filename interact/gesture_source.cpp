@@ -1,6 +1,7 @@
 #include "interact/gesture_source.h"
 
 #include "interact/selection.h"
+#include "store/recompute.h"
 #include "store/store.h"
 
 #include <cstdio>
@@ -21,16 +22,8 @@ int32_t gesture_source(const GestureTexts &texts) {
     return point_exists(pair.part0, 0) ? pair.part0 : -1;
 }
 
-int32_t first_selected_point(int32_t i) {
-    int32_t j = 0;
-    while (j < npoints[i] && parray[i][j].selected != 1) {
-        ++j;
-    }
-    return j;
-}
-
 bool source_is_target(int32_t source) {
-    if (first_selected_point(source) == npoints[source]) {
+    if (!has_selected_point(source)) {
         return false;
     }
     std::puts("illegitimate selection");

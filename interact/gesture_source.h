@@ -17,6 +17,3 @@ int32_t gesture_source(const GestureTexts &texts);
 
 /// Whether the source has a selected point, which is said on the console.
 bool source_is_target(int32_t source);
-
-/// Index of the first selected point of partial i; its point count when there is none.
-int32_t first_selected_point(int32_t i);

@@ -90,7 +90,7 @@ void harmonize_target(int32_t i, int32_t source, double w) {
 } // namespace
 
 void partialsHarmonize(int direction) {
-    if (bps == 0 || flat == 0) {
+    if (!edit_mode()) {
         return;
     }
     const int32_t source = gesture_source(texts);

@@ -8,7 +8,6 @@
 #include "interact/amplitude_step.h"
 #include "interact/clear.h"
 #include "interact/modifiers.h"
-#include "interact/select.h"
 #include "interact/selection.h"
 #include "live/live.h"
 #include "live/shared.h"

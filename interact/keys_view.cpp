@@ -3,7 +3,6 @@
 #include "interact/key_rows.h"
 
 #include "display/view.h"
-#include "interact/select.h"
 
 namespace {
 

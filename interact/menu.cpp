@@ -3,7 +3,6 @@
 #include "display/view.h"
 #include "interact/command.h"
 #include "interact/modifiers.h"
-#include "interact/select.h"
 #include "store/console.h"
 #include "store/misc.h"
 

@@ -37,9 +37,6 @@ bool always() {
 bool in_perspective() {
     return flat == 0;
 }
-bool in_edit_view() {
-    return flat != 0 && bps != 0;
-}
 
 void drag_view(void (*motion)(int, int)) {
     glutMotionFunc(motion);
@@ -109,9 +106,9 @@ const PressRow press_rows[] = {
     {GLUT_LEFT_BUTTON, no_modifier_row, always, press_sweep},
     {GLUT_MIDDLE_BUTTON, shift, always, press_drag_selected},
     {GLUT_MIDDLE_BUTTON, ctrl, always, press_scale_partials},
-    {GLUT_MIDDLE_BUTTON, alt, in_edit_view, press_scrub},
+    {GLUT_MIDDLE_BUTTON, alt, edit_mode, press_scrub},
     {GLUT_MIDDLE_BUTTON, alt, always, press_ignored},
-    {GLUT_MIDDLE_BUTTON, no_modifier_row, in_edit_view, press_drag_found},
+    {GLUT_MIDDLE_BUTTON, no_modifier_row, edit_mode, press_drag_found},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, always, press_middle_plain},
 };
 
@@ -139,7 +136,7 @@ void end_sweep() {
     } else {
         findBreakpoints(tfsquare, gCamera);
     }
-    if (square[1] == square[0] && bps != 0 && flat != 0) {
+    if (square[1] == square[0] && edit_mode()) {
         transformInput();
         findSingleBreakpoint(tfsquare, gCamera);
     }

@@ -4,6 +4,7 @@
 #include "interact/clear.h"
 #include "interact/selection.h"
 #include "store/misc.h"
+#include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"
 
@@ -23,15 +24,6 @@ void mark(int32_t i, int32_t from, int32_t to, uint16_t flag) {
     }
 }
 
-/// The first selected point from `from` on, npoints[i] when there is none.
-int32_t first_selected(int32_t i, int32_t from) {
-    int32_t j = from;
-    while (j < npoints[i] && !is_selected(i, j)) {
-        ++j;
-    }
-    return j;
-}
-
 /// The last selected point from `from` down to `lowest`; below `lowest` when there is none.
 int32_t last_selected(int32_t i, int32_t from, int32_t lowest) {
     int32_t j = from;
@@ -39,10 +31,6 @@ int32_t last_selected(int32_t i, int32_t from, int32_t lowest) {
         --j;
     }
     return j;
-}
-
-bool any_selected(int32_t i) {
-    return first_selected(i, 0) < npoints[i];
 }
 
 void flip(int32_t i) {
@@ -53,20 +41,12 @@ void flip(int32_t i) {
 
 } // namespace
 
-bool soft_mode() {
-    return bps != 0 || flat != 0;
-}
-
-bool edit_mode() {
-    return bps != 0 && flat != 0;
-}
-
 void select_left() {
     if (!soft_mode()) {
         return;
     }
     for (int32_t i = 0; i < partials; ++i) {
-        const int32_t first = first_selected(i, 0);
+        const int32_t first = first_selected_point(i);
         if (first < npoints[i]) {
             mark(i, 0, first, 1);
             selected = 1;
@@ -94,8 +74,8 @@ void select_vertical() {
     float tmin = sndlen;
     float tmax = 0.0f;
     for (int32_t i = 0; i < partials; ++i) {
-        if (any_selected(i)) {
-            tmin = std::min(tmin, parray[i][first_selected(i, 0)].time);
+        if (has_selected_point(i)) {
+            tmin = std::min(tmin, parray[i][first_selected_point(i)].time);
             tmax = std::max(tmax, parray[i][last_selected(i, npoints[i] - 1, 0)].time);
         }
     }
@@ -116,7 +96,7 @@ void select_partials() {
         return;
     }
     for (int32_t i = 0; i < partials; ++i) {
-        if (any_selected(i)) {
+        if (has_selected_point(i)) {
             mark(i, 0, npoints[i], 1);
             selected = 1;
         }
@@ -148,7 +128,7 @@ void select_p_inverted() {
         return;
     }
     for (int32_t i = 0; i < partials; ++i) {
-        if (any_selected(i)) {
+        if (has_selected_point(i)) {
             flip(i);
             selected = 1;
         }
@@ -186,7 +166,7 @@ void drop_selection() {
 
 void oneMoreL() {
     for (int32_t i = 0; i < partials; ++i) {
-        const int32_t first = first_selected(i, 1);
+        const int32_t first = first_selected_point(i, 1);
         if (first < npoints[i]) {
             parray[i][first - 1].selected = 1;
         }
@@ -195,7 +175,7 @@ void oneMoreL() {
 
 void oneLessL() {
     for (int32_t i = 0; i < partials; ++i) {
-        const int32_t first = first_selected(i, 0);
+        const int32_t first = first_selected_point(i);
         if (npoints[i] >= 2 && first < npoints[i]) {
             parray[i][first].selected = 0;
         }

@@ -3,12 +3,6 @@
 // mode: the flat view or breakpoints on. The caller posts the redisplay. Window thread only.
 #pragma once
 
-/// Soft mode, in which selections may be changed and edits are allowed.
-bool soft_mode();
-
-/// The flat view with breakpoints, in which single points are seen and found.
-bool edit_mode();
-
 void select_left();       // soft mode: all points before the first selected one
 void select_right();      // soft mode: all points after the last one; point 0 is not looked at
 void select_vertical();   // soft mode: across all partials, the times that the selection spans

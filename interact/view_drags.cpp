@@ -20,7 +20,7 @@ float within_a_turn(float angle) {
 }
 
 void print_in_edit_view(char c) {
-    if (bps != 0 && flat != 0 && logpos == 0) {
+    if (edit_mode() && logpos == 0) {
         std::putchar(c);
         std::fflush(stdout);
     }

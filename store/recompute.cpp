@@ -153,13 +153,16 @@ void recompute_pitch(int32_t i) {
     set_span();
 }
 
-bool has_selected_point(int32_t i) {
-    for (int32_t j = 0; j < npoints[i]; ++j) {
-        if (parray[i][j].selected == 1) {
-            return true;
-        }
+int32_t first_selected_point(int32_t i, int32_t from) {
+    int32_t j = from;
+    while (j < npoints[i] && parray[i][j].selected != 1) {
+        ++j;
     }
-    return false;
+    return j;
+}
+
+bool has_selected_point(int32_t i) {
+    return first_selected_point(i) < npoints[i];
 }
 
 void recompute_all_phase() {

@@ -21,6 +21,10 @@ void recompute_all_pitch();
 /// The same for partial i alone; widens the range, never narrows it.
 void recompute_pitch(int32_t i);
 
+/// Index of the first selected point of partial i, whose flag equals 1, from index `from` on;
+/// npoints[i], or `from` behind that, when there is none.
+int32_t first_selected_point(int32_t i, int32_t from = 0);
+
 /// Whether any point of partial i is selected.
 bool has_selected_point(int32_t i);
 

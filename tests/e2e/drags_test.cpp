@@ -3,8 +3,23 @@
 #include "tests/e2e/breakpoints_test.h"
 
 #include <cmath>
+#include <vector>
 
 namespace {
+
+constexpr int up = 30;             // pixels
+constexpr double lowest = 250.0;   // Hz, of the tones
+constexpr double highest = 2500.0; // Hz
+
+constexpr double staff[] = {97.999,  123.471, 146.832, 174.614, 220.0,
+                            329.628, 391.995, 493.883, 587.330, 698.456}; // Hz
+constexpr double treble_anchor = 369.994;                                 // Hz
+
+/// The staff's colour over the background.
+Rgb staff_colour() {
+    const auto over = [](double front, double back) { return 0.55 * front + 0.45 * back; };
+    return rgb(over(0.29, 0.0), over(0.27, 0.0), over(0.3, 0.1));
+}
 
 class Drags : public BreakpointsTest {
   protected:
@@ -27,19 +42,38 @@ class Drags : public BreakpointsTest {
         picture = screen.wait_for(window, [&](const Image &image) { return !(image == earlier); });
         EXPECT_FALSE(picture == earlier);
     }
+
+    /// Every staff line that this view shows stands at its height, and no other does. Looks down
+    /// a column that neither points, ticks nor clefs touch.
+    void expect_staff_lines() const {
+        std::vector<int> rows;
+        for (const double line : staff) {
+            if (GetParam() == FrequencyAxis::linear || line > lowest) {
+                rows.push_back(at(1.13, line).y);
+            }
+        }
+        std::vector<int> shown;
+        for (int y = picture.height - 1; y >= 0; --y) {
+            if (near(picture.at({at(1.13, lowest).x, y}), staff_colour())) {
+                shown.push_back(y);
+            }
+        }
+        ASSERT_EQ(shown.size(), rows.size());
+        for (size_t k = 0; k < rows.size(); ++k) {
+            EXPECT_NEAR(shown[k], rows[k], 1) << staff[k];
+        }
+    }
+
+    /// The staff's colour at a place of a clef's grid, given the grid's unit and origin in the
+    /// scene.
+    bool inked(double x, double y, double unit, double left, double foot) const {
+        return picture.holds(spot(left + x * unit, foot + y * 0.008), staff_colour(), 0);
+    }
 };
 ON_BOTH_AXES(Drags);
 
 const Rgb marker = rgb(1.0, 0.9, 0.0);
 const Rgb selected_dot = rgb(0.0, 0.75, 0.0);
-
-constexpr int up = 30; // pixels
-
-/// The staff's colour over the background.
-Rgb staff_colour() {
-    const auto over = [](double front, double back) { return 0.55 * front + 0.45 * back; };
-    return rgb(over(0.29, 0.0), over(0.27, 0.0), over(0.3, 0.1));
-}
 
 } // namespace
 
@@ -75,15 +109,29 @@ TEST_P(Drags, StaffAndClefsByTheirKeys) {
     const Image plain = picture;
     ASSERT_TRUE(hands->key("s", {200, 200}));
     expect_change(plain);
-    expect_colour(at(1.13, 440.0 * 1.5874010519681996), staff_colour());
-    const Image staff = picture;
+    expect_colour(at(1.13, staff[9]), staff_colour());
+    expect_staff_lines();
+    const Image lines = picture;
     ASSERT_TRUE(hands->key("shift+s", {200, 200}));
     if (GetParam() == FrequencyAxis::logarithmic) {
-        expect_change(staff);
-        const Spot fs = at(0.1, 440.0 / 1.189207115002721);
-        EXPECT_TRUE(picture.holds({fs.x + 8, fs.y}, staff_colour(), 3)); // the bowl's right side
+        expect_change(lines);
+        expect_staff_lines();
+        // Both sides of the treble clef's bowl, and nothing beside it or in the middle.
+        const double fs = std::log(treble_anchor / lowest) / std::log(highest / lowest);
+        EXPECT_TRUE(inked(4.7, 0.8, 0.0064, 0.05, fs));
+        EXPECT_TRUE(inked(-4.8, -0.2, 0.0064, 0.05, fs));
+        EXPECT_FALSE(inked(8.0, 0.8, 0.0064, 0.05, fs));
+        EXPECT_FALSE(inked(-2.6, -0.2, 0.0064, 0.05, fs));
+        // The dots of the bass clef, whose line is not on show, about the foot of the axis.
+        EXPECT_TRUE(inked(13.5, 2.5, 0.0055, 0.02, 0.0));
+        EXPECT_TRUE(inked(13.5, -2.5, 0.0055, 0.02, 0.0));
+        EXPECT_FALSE(inked(18.0, 2.5, 0.0055, 0.02, 0.0));
     }
     ASSERT_TRUE(hands->key("s", {200, 200}));
     picture = screen.wait_for(window, [&](const Image &image) { return image == plain; });
     EXPECT_EQ(picture, plain); // without the staff no clefs
+    ASSERT_TRUE(hands->key("s", {200, 200}));
+    expect_change(plain);
+    // In the linear view the clefs' key has done nothing; in the log view they come back.
+    EXPECT_EQ(picture == lines, GetParam() == FrequencyAxis::linear);
 }
