@@ -3,6 +3,11 @@
 // which may be an event behind. Window thread only.
 #pragma once
 
+#include <cstdint>
+
+constexpr double place_octave = 0.6931472; // natural logarithm of 2, for places
+constexpr double freq_octave = 0.69314718; //  the same for frequencies
+
 /// The axis of a range that stands still over many points; its logarithm is taken once.
 struct LogAxis {
     float lowest;   // Hz
@@ -24,5 +29,10 @@ double freq_at_log_position(float logfreq);
 /// Widens minfreq and maxfreq so that `freq` lies within.
 void widen_range(float freq);
 
-/// Puts the logfreq of every point where the range as it stands has it.
+/// The same for every point of the store.
+void widen_range_to_all();
+
+/// Puts the logfreq of every point of partial i where the axis has it, or that of every point of
+/// the store where the range as it stands has it.
+void refresh_log_positions(const LogAxis &axis, int32_t i);
 void refresh_log_positions();
