@@ -6,6 +6,7 @@
 #include "interact/drags.h"
 #include "interact/log_kernels.h"
 #include "interact/log_position.h"
+#include "interact/log_refresh.h"
 #include "store/recompute.h"
 #include "store/store.h"
 

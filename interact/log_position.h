@@ -3,8 +3,6 @@
 // which may be an event behind. Window thread only.
 #pragma once
 
-#include <cstdint>
-
 constexpr double place_octave = 0.6931472; // natural logarithm of 2, for places
 constexpr double freq_octave = 0.69314718; //  the same for frequencies
 
@@ -28,11 +26,3 @@ double freq_at_log_position(float logfreq);
 
 /// Widens minfreq and maxfreq so that `freq` lies within.
 void widen_range(float freq);
-
-/// The same for every point of the store.
-void widen_range_to_all();
-
-/// Puts the logfreq of every point of partial i where the axis has it, or that of every point of
-/// the store where the range as it stands has it.
-void refresh_log_positions(const LogAxis &axis, int32_t i);
-void refresh_log_positions();
