@@ -4,6 +4,7 @@
 #include "interact/drag_step.h"
 #include "interact/drags.h"
 #include "interact/log_position.h"
+#include "interact/log_refresh.h"
 #include "interact/selection.h"
 #include "store/recompute.h"
 #include "store/store.h"
@@ -136,6 +137,6 @@ void breakpointsTranslate(int x, int y) {
     if (logpos != 0) {
         recompute_times();
     }
-    refresh_log_positions();
+    refresh_log_positions(log_axis());
     end_drag_step(x, y);
 }

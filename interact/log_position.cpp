@@ -6,9 +6,6 @@
 
 namespace {
 
-constexpr double octave = 0.6931472;
-constexpr double octave_back = 0.69314718;
-
 double range_ratio() {
     return static_cast<double>(maxfreq / minfreq);
 }
@@ -16,11 +13,11 @@ double range_ratio() {
 } // namespace
 
 LogAxis log_axis() {
-    return {minfreq, std::log(range_ratio()) / octave, std::log2(range_ratio())};
+    return {minfreq, std::log(range_ratio()) / place_octave, std::log2(range_ratio())};
 }
 
 float log_position(const LogAxis &axis, float freq) {
-    const double octaves = std::log(static_cast<double>(freq / axis.lowest)) / octave;
+    const double octaves = std::log(static_cast<double>(freq / axis.lowest)) / place_octave;
     return static_cast<float>(octaves / axis.octaves);
 }
 
@@ -29,7 +26,7 @@ float log_position(float freq) {
 }
 
 double freq_at_log_position(const LogAxis &axis, float logfreq) {
-    return std::exp(axis.span * logfreq * octave_back) * axis.lowest;
+    return std::exp(axis.span * logfreq * freq_octave) * axis.lowest;
 }
 
 double freq_at_log_position(float logfreq) {
@@ -39,13 +36,4 @@ double freq_at_log_position(float logfreq) {
 void widen_range(float freq) {
     maxfreq = freq > maxfreq ? freq : maxfreq;
     minfreq = freq < minfreq ? freq : minfreq;
-}
-
-void refresh_log_positions() {
-    const LogAxis axis = log_axis();
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            parray[i][j].logfreq = log_position(axis, parray[i][j].freq);
-        }
-    }
 }

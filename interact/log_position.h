@@ -3,6 +3,9 @@
 // which may be an event behind. Window thread only.
 #pragma once
 
+constexpr double place_octave = 0.6931472; // natural logarithm of 2, for places
+constexpr double freq_octave = 0.69314718; //  the same for frequencies
+
 /// The axis of a range that stands still over many points; its logarithm is taken once.
 struct LogAxis {
     float lowest;   // Hz
@@ -23,6 +26,3 @@ double freq_at_log_position(float logfreq);
 
 /// Widens minfreq and maxfreq so that `freq` lies within.
 void widen_range(float freq);
-
-/// Puts the logfreq of every point where the range as it stands has it.
-void refresh_log_positions();

@@ -3,6 +3,7 @@
 
 #include "interact/choose.h"
 
+#include "interact/log_refresh.h"
 #include "interact/selection.h"
 #include "store/store.h"
 
@@ -11,7 +12,6 @@
 namespace {
 
 constexpr double step_ratio = 1.00125; // about 2.2 cents
-constexpr double octave = 0.6931472;
 
 Breakpoint *single_found_point() {
     const FoundPoints &queue = foundSubscriptions;
@@ -34,16 +34,11 @@ void average_partial(int32_t i) {
 }
 
 /// Every point's place in the range as it is now.
-void refresh_log_positions(int32_t part) {
+void refresh_after_retune(int32_t part) {
     average_partial(part);
     fspan = maxfreq / minfreq;
-    logmaxfreq = static_cast<float>(std::log(static_cast<double>(fspan)) / octave);
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            const double ratio = parray[i][j].freq / minfreq;
-            parray[i][j].logfreq = static_cast<float>(std::log(ratio) / octave / logmaxfreq);
-        }
-    }
+    logmaxfreq = static_cast<float>(std::log(static_cast<double>(fspan)) / place_octave);
+    refresh_log_positions(LogAxis{minfreq, logmaxfreq, 0.0});
 }
 
 } // namespace
@@ -63,7 +58,7 @@ void upfreq() {
             minfreq = parray[part][j].freq < minfreq ? parray[part][j].freq : minfreq;
         }
     }
-    refresh_log_positions(part);
+    refresh_after_retune(part);
 }
 
 void downfreq() {
@@ -81,5 +76,5 @@ void downfreq() {
             maxfreq = parray[part][j].freq > maxfreq ? parray[part][j].freq : maxfreq;
         }
     }
-    refresh_log_positions(part);
+    refresh_after_retune(part);
 }

@@ -37,7 +37,6 @@ float advance_phase_by(float before, double cycles, double turns) {
 
 void chain_phases(Breakpoint *points, int32_t n) {
     for (int32_t i = 1; i < n; ++i) {
-        const float cycles = (points[i].time - points[i - 1].time) * points[i - 1].freq;
-        points[i].phase = advance_phase(points[i - 1].phase, cycles);
+        points[i].phase = advance_phase(points[i - 1].phase, segment_cycles(points + i - 1));
     }
 }

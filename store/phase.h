@@ -11,6 +11,10 @@ float advance_phase(float before, double cycles);
 /// The same with `turns` more in the sum. Still wrapped once alone, whatever they come to.
 float advance_phase_by(float before, double cycles, double turns);
 
-/// Derives the phases of points 1 to n - 1 from that of point 0. The cycles of a segment are a
-/// single-precision product.
+/// Cycles of the segment from points[0] to points[1]: a single-precision product.
+inline float segment_cycles(const Breakpoint *points) {
+    return (points[1].time - points[0].time) * points[0].freq;
+}
+
+/// Derives the phases of points 1 to n - 1 from that of point 0.
 void chain_phases(Breakpoint *points, int32_t n);

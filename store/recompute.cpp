@@ -29,55 +29,109 @@ void set_span() {
     logmaxfreq = static_cast<float>(log2_of(fspan));
 }
 
+/// Takes the points of a partial in: its intervals, its frequencies or both in one walk. Returns
+/// the sum of its frequencies.
+template <bool times, bool freqs> float walk(RangeSums &sums, const Breakpoint *points, int32_t n) {
+    float sum = 0.0f;
+    float intervals = sums.intervals;
+    float low = sums.low;
+    float high = sums.high;
+    for (int32_t j = 0; j < n; ++j) {
+        if constexpr (times) {
+            if (j > 0) {
+                intervals += points[j].time - points[j - 1].time;
+            }
+        }
+        if constexpr (freqs) {
+            const float freq = points[j].freq;
+            sum += freq;
+            low = freq < low ? freq : low;
+            high = freq > high ? freq : high;
+        }
+    }
+    sums.intervals = intervals;
+    sums.low = low;
+    sums.high = high;
+    return sum;
+}
+
+/// Takes the ends of a partial in. A single point counts as a beginning alone.
+void take_ends(RangeSums &sums, const Breakpoint *points, int32_t n) {
+    if (n < 1) {
+        return;
+    }
+    const float first = points[0].time;
+    const float last = points[n - 1].time;
+    sums.earliest = first < sums.earliest ? first : sums.earliest;
+    if (n > 1) {
+        sums.latest = last > sums.latest ? last : sums.latest;
+        sums.interval_count += n - 1;
+    }
+}
+
+float mean(float sum, int32_t n) {
+    return sum / static_cast<float>(n);
+}
+
 /// Mean frequency of partial i, widening the range on the way.
 float mean_freq_widening(int32_t i) {
-    float sum = 0.0f;
-    const Breakpoint *points = parray[i];
-    for (int32_t j = 0; j < npoints[i]; ++j) {
-        const float freq = points[j].freq;
-        sum += freq;
-        if (freq < minfreq) {
-            minfreq = freq;
-        }
-        if (freq > maxfreq) {
-            maxfreq = freq;
-        }
-    }
-    return sum / static_cast<float>(npoints[i]);
+    RangeSums sums;
+    sums.low = minfreq;
+    sums.high = maxfreq;
+    const float sum = walk<false, true>(sums, parray[i], npoints[i]);
+    minfreq = sums.low;
+    maxfreq = sums.high;
+    return mean(sum, npoints[i]);
 }
 
-/// The whole-number range of all points: the first, coarse pass.
-void integer_range(int32_t &low, int32_t &high) {
-    high = 0;
-    low = 22050;
+void shift_to_zero(float earliest) {
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; j < npoints[i]; ++j) {
-            const float freq = parray[i][j].freq;
-            if (freq > static_cast<float>(high)) {
-                high = truncated(freq);
-            }
-            if (freq < static_cast<float>(low)) {
-                low = truncated(freq);
-            }
+            poke(parray[i][j].time, parray[i][j].time - earliest);
         }
     }
 }
 
-constexpr int32_t chains = 4; // phase chains side by side
+void set_times(const RangeSums &sums) {
+    meant = sums.intervals / static_cast<float>(sums.interval_count);
+    const bool early = sums.earliest < 0.0f;
+    if (early) {
+        shift_to_zero(sums.earliest);
+    }
+    poke(sndstart, early ? 0.0f : sums.earliest);
+    poke(sndlen, early ? sums.latest - sums.earliest : sums.latest);
+}
 
-/// Each chain waits for its own last phase at every point; side by side they fill the waits.
-void chain_together(const int32_t *group) {
-    int32_t common = npoints[group[0]];
-    for (int32_t k = 1; k < chains; ++k) {
-        common = std::min(common, npoints[group[k]]);
+/// The range in whole numbers, then widened to what lies outside it. So the maximum ends exact,
+/// and the minimum too where it is below 0.
+void set_pitch(const RangeSums &sums) {
+    if (partials < 1) {
+        minfreq = 22050.0f;
+        maxfreq = 0.0f;
+        return;
     }
-    for (int32_t j = 1; j < common; ++j) {
-        for (int32_t k = 0; k < chains; ++k) {
-            chain_phases(parray[group[k]] + j - 1, 2);
-        }
+    minfreq = std::min(static_cast<float>(truncated(sums.low)), sums.low);
+    maxfreq = std::max(static_cast<float>(truncated(sums.high)), sums.high);
+    set_span();
+}
+
+void set_ends(PartialEval &eval, const Breakpoint *points, int32_t n) {
+    eval.start = n > 0 ? points[0].time : 0.0f;
+    eval.dur = n > 0 ? points[n - 1].time - points[0].time : 0.0f;
+}
+
+void chain_waiting(PhaseQueue &queue) {
+    chain_side_by_side(queue.runs, queue.count);
+    queue.count = 0;
+}
+
+void queue_phases(PhaseQueue &queue, int32_t i) {
+    if (!has_selected_point(i)) {
+        return;
     }
-    for (int32_t k = 0; k < chains; ++k) {
-        chain_phases(parray[group[k]] + common - 1, npoints[group[k]] - common + 1);
+    queue.runs[queue.count++] = {parray[i], npoints[i]};
+    if (queue.count == PhaseQueue::room) {
+        chain_waiting(queue);
     }
 }
 
@@ -94,58 +148,20 @@ float freq2logfreq(float freq, float maxf, float minf) {
 }
 
 void recompute_times() {
-    meant = 0.0f;
-    float earliest = 100000.0f;
-    float latest = 0.0f;
-    int64_t intervals = 0;
+    RangeSums sums;
     for (int32_t i = 0; i < partials; ++i) {
-        const Breakpoint *points = parray[i];
-        const int32_t n = npoints[i];
-        if (n < 1) {
-            continue;
-        }
-        if (points[0].time < earliest) {
-            earliest = points[0].time;
-        }
-        if (n > 1) {
-            if (points[n - 1].time > latest) {
-                latest = points[n - 1].time;
-            }
-            for (int32_t j = 1; j < n; ++j) {
-                meant += points[j].time - points[j - 1].time;
-            }
-            intervals += n - 1;
-        }
+        take_ends(sums, parray[i], npoints[i]);
+        walk<true, false>(sums, parray[i], npoints[i]);
     }
-    meant /= static_cast<float>(intervals);
-    if (earliest < 0.0f) {
-        for (int32_t i = 0; i < partials; ++i) {
-            for (int32_t j = 0; j < npoints[i]; ++j) {
-                poke(parray[i][j].time, parray[i][j].time - earliest);
-            }
-        }
-        latest -= earliest;
-        earliest = 0.0f;
-    }
-    poke(sndstart, earliest);
-    poke(sndlen, latest);
+    set_times(sums);
 }
 
 void recompute_all_pitch() {
-    if (partials < 1) {
-        minfreq = 22050.0f;
-        maxfreq = 0.0f;
-        return;
-    }
-    int32_t low;
-    int32_t high;
-    integer_range(low, high);
-    minfreq = static_cast<float>(low);
-    maxfreq = static_cast<float>(high);
+    RangeSums sums;
     for (int32_t i = 0; i < partials; ++i) {
-        peval[i].avgfreq = mean_freq_widening(i);
+        peval[i].avgfreq = mean(walk<false, true>(sums, parray[i], npoints[i]), npoints[i]);
     }
-    set_span();
+    set_pitch(sums);
 }
 
 void recompute_pitch(int32_t i) {
@@ -166,20 +182,11 @@ bool has_selected_point(int32_t i) {
 }
 
 void recompute_all_phase() {
-    int32_t group[chains];
-    int32_t waiting = 0;
+    PhaseQueue queue;
     for (int32_t i = 0; i < partials; ++i) {
-        if (has_selected_point(i)) {
-            group[waiting++] = i;
-        }
-        if (waiting == chains) {
-            chain_together(group);
-            waiting = 0;
-        }
+        queue_phases(queue, i);
     }
-    for (int32_t k = 0; k < waiting; ++k) {
-        chain_phases(parray[group[k]], npoints[group[k]]);
-    }
+    chain_waiting(queue);
 }
 
 void recompute_phase(float phase0, int32_t i) {
@@ -218,15 +225,27 @@ void recompute_amp(float *max, float *min) {
 }
 
 void averages(int32_t n, const int32_t *counts, Breakpoint *const *points, PartialEval *evals) {
+    RangeSums sums;
     for (int32_t i = 0; i < n; ++i) {
-        const int32_t count = counts[i];
-        float sum = 0.0f;
-        for (int32_t j = 0; j < count; ++j) {
-            sum += points[i][j].freq;
-        }
-        evals[i].start = count > 0 ? points[i][0].time : 0.0f;
-        evals[i].dur = count > 0 ? points[i][count - 1].time - points[i][0].time : 0.0f;
-        evals[i].avgfreq = sum / static_cast<float>(count);
+        evals[i].avgfreq = mean(walk<false, true>(sums, points[i], counts[i]), counts[i]);
+        set_ends(evals[i], points[i], counts[i]);
+    }
+}
+
+void close_partial(ClosingSweep &sweep, int32_t i) {
+    queue_phases(sweep.phases, i);
+    take_ends(sweep.sums, parray[i], npoints[i]);
+    peval[i].avgfreq = mean(walk<true, true>(sweep.sums, parray[i], npoints[i]), npoints[i]);
+}
+
+void finish_closing(ClosingSweep &sweep, bool pitch) {
+    chain_waiting(sweep.phases);
+    set_times(sweep.sums);
+    if (pitch) {
+        set_pitch(sweep.sums);
+    }
+    for (int32_t i = 0; i < partials; ++i) {
+        set_ends(peval[i], parray[i], npoints[i]);
     }
 }
 

@@ -2,6 +2,7 @@
 // sweep over the globals of the store, once per command, on the window thread.
 #pragma once
 
+#include "store/phase_kernels.h"
 #include "store/store.h"
 
 /// Hz at the normalised log position `logfreq` of the range minf to maxf (Hz, above 0).
@@ -42,6 +43,37 @@ void recompute_amp(float *max, float *min);
 
 /// start, dur and avgfreq of the first n partials, in seconds and Hz.
 void averages(int32_t n, const int32_t *npoints, Breakpoint *const *parray, PartialEval *peval);
+
+/// What a sweep over partials, in their order, has gathered so far.
+struct RangeSums {
+    float earliest = 100000.0f; // seconds, of first points
+    float latest = 0.0f;        // seconds, of last points of partials of more than one
+    float intervals = 0.0f;     // seconds, sum over successive points
+    int64_t interval_count = 0; //
+    float low = 22050.0f;       // Hz
+    float high = 0.0f;          // Hz
+};
+
+/// Partials whose phases are due, until there are enough of them to run side by side.
+struct PhaseQueue {
+    static constexpr int32_t room = 32;
+    PhaseRun runs[room];
+    int32_t count = 0;
+};
+
+/// The closing recomputations of an edit, each partial's while its points are still in the cache:
+/// together they give what recompute_all_phase, recompute_times, recompute_all_pitch where `pitch`
+/// is set, and averages of all partials give one after the other, bit for bit.
+struct ClosingSweep {
+    RangeSums sums;
+    PhaseQueue phases;
+};
+
+/// Each partial once, in their order, after its last change.
+void close_partial(ClosingSweep &sweep, int32_t i);
+
+/// After the last partial. Until then none of the ranges has changed.
+void finish_closing(ClosingSweep &sweep, bool pitch);
 
 /// Clears the two work values of each summary.
 void reset_peval_spares(PartialEval *peval, const int32_t *partials);

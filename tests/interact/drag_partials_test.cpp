@@ -57,6 +57,48 @@ class DragPartials : public PointerTest {
         return static_cast<float>((std::log(point) / 0.6931472) / (std::log(range) / 0.6931472));
     }
 
+    /// Partials of many points, every third point of them unselected.
+    void fill_with_long_partials() {
+        std::vector<Partial> content(5);
+        for (size_t i = 0; i < content.size(); ++i) {
+            for (size_t j = 0; j < 700; ++j) {
+                const float step = static_cast<float>(j);
+                const float freq = 200.0f + 900.0f * static_cast<float>((i * 271 + j * 83) % 17);
+                content[i].push_back({0.5f + 0.01f * step, freq, -20.0f});
+            }
+        }
+        fill_store(content);
+        open_edit_view();
+        set_flags(std::vector<std::string>(5, long_flags()));
+    }
+
+    static std::string long_flags() {
+        std::string text;
+        for (int j = 0; j < 700; ++j) {
+            text += j % 3 == 1 ? '0' : '1';
+        }
+        return text;
+    }
+
+    /// The points of the store, one partial after the other.
+    static std::vector<Breakpoint> all_points() {
+        std::vector<Breakpoint> points;
+        for (int32_t i = 0; i < partials; ++i) {
+            points.insert(points.end(), parray[i], parray[i] + npoints[i]);
+        }
+        return points;
+    }
+
+    static void expect_points(const std::vector<Breakpoint> &expected) {
+        const std::vector<Breakpoint> points = all_points();
+        ASSERT_EQ(points.size(), expected.size());
+        for (size_t k = 0; k < points.size(); ++k) {
+            ASSERT_EQ(points[k].freq, expected[k].freq) << k;
+            ASSERT_EQ(points[k].time, expected[k].time) << k;
+            ASSERT_EQ(points[k].logfreq, expected[k].logfreq) << k;
+        }
+    }
+
     float old_min = 0, old_max = 0, old_start = 0, old_len = 0;
 };
 
@@ -355,4 +397,52 @@ TEST_F(DragPartials, StandsFrequenciesWithoutEnd) {
         drag(0, 400);
     }
     EXPECT_TRUE(std::isinf(parray[1][0].freq) || std::isnan(parray[1][0].freq));
+}
+
+TEST_F(DragPartials, EveryPointOfLongPartialsFollows) {
+    fill_with_long_partials();
+    X = 1;
+    std::vector<Breakpoint> expected = all_points();
+    drag(10, 20);
+    for (Breakpoint &point : expected) {
+        if (point.selected == 1) {
+            point.freq -= df();
+            point.time -= dt();
+            point.logfreq = place(point.freq);
+        }
+    }
+    expect_points(expected);
+}
+
+TEST_F(DragPartials, AStopLateInALongPartialKeepsWhatCameBefore) {
+    fill_with_long_partials();
+    parray[2][603].freq = 22040.0f;
+    std::vector<Breakpoint> expected = all_points();
+    drag(0, 20);
+    for (size_t k = 0; k < 2 * 700 + 603; ++k) {
+        if (expected[k].selected == 1) {
+            expected[k].freq -= df();
+            expected[k].logfreq = place(expected[k].freq);
+        }
+    }
+    expect_points(expected);
+}
+
+TEST_F(DragPartials, InTheLogViewEveryPointOfLongPartialsFollows) {
+    fill_with_long_partials();
+    log_view();
+    X = 1;
+    std::vector<Breakpoint> expected = all_points();
+    drag(10, 20);
+    const double octaves = std::log2(static_cast<double>(old_max / old_min));
+    for (Breakpoint &point : expected) {
+        if (point.selected == 1) {
+            point.logfreq += -df() / old_max;
+            point.time -= dt();
+            const double power = std::exp(octaves * point.logfreq * 0.69314718);
+            point.freq = static_cast<float>(power * old_min);
+        }
+        point.logfreq = place(point.freq);
+    }
+    expect_points(expected);
 }

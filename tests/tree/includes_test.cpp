@@ -55,6 +55,7 @@ const RankRow rank_table[] = {
     {"synth/sound", state},
     // Helpers that know no more than those.
     {"store/phase", state},
+    {"store/phase_kernels", state},
     {"store/progress", state},
     {"store/console", state},
     {"store/misc", state},
