@@ -8,12 +8,17 @@
 #include "interact/command.h"
 #include "interact/modifiers.h"
 #include "interact/selection.h"
-#include "interact/transport.h"
 #include "interact/unproject.h"
+#include "live/fbp.h"
+#include "live/generator.h"
 #include "live/live.h"
 #include "live/shared.h"
+#include "live/zone.h"
 #include "store/misc.h"
 #include "store/recompute.h"
+#include "store/store.h"
+#include "synth/sound.h"
+#include "synth/syn.h"
 
 #include <GL/freeglut.h>
 #include <cstdio>
@@ -22,8 +27,6 @@
 namespace {
 
 constexpr int32_t play_mode = 900;
-constexpr uint32_t release_time = 20000; // microseconds, for the audio thread's last blocks
-constexpr float stopped_N = 1000.0f;
 constexpr float default_gain = 0.2f;
 constexpr double gain_step = 1.1892071; // 1.5 dB
 constexpr int64_t least_sweep = 5;      // pixels
@@ -59,8 +62,8 @@ void release_idle() {
 
 void rewind(int) {
     if (player_runs() && peek(fplayer.state) != 0) {
-        transport.fbstop1();
-        transport.wait(release_time);
+        fbstop1();
+        await_release(fplayer.state);
         poke(fplayer.position, 0.0);
     }
     release_idle();
@@ -68,33 +71,33 @@ void rewind(int) {
 
 void play_selected(int) {
     recompute_all_phase();
-    transport.synssumWT(play_mode, nullptr);
+    synssumWT(play_mode, nullptr);
 }
 
 void play_all(int) {
     recompute_all_phase();
     selecting = 0;
-    transport.synsumWT(play_mode, nullptr);
+    synsumWT(play_mode, nullptr);
 }
 
 void play_again() {
     if (peek(fplayer.position) != 0.0) {
-        transport.fbresume1();
+        fbresume1();
         std::fputs("Resuming... ", stdout);
         std::printf("at %lf\n", peek(fplayer.position));
     } else {
-        transport.fbplay1(sndstart, transport.rendered_frames());
+        fbplay1(sndstart, fbuffersize);
         std::puts("Re-playing...");
     }
 }
 
 void pause_or_play(int) {
     if (player_runs() && peek(fplayer.state) != 0) {
-        transport.fbstop1();
+        fbstop1();
         std::printf("Stopped at frame: %lf\n", peek(fplayer.position));
     }
     release_idle();
-    if (peek(fplayer.playing) == 0 && transport.rendered_sound() != nullptr) {
+    if (peek(fplayer.playing) == 0 && fBuffer != nullptr) {
         play_again();
     }
 }
@@ -170,33 +173,25 @@ void start_zone(bool of_selected) {
     if (zgen.events == 0 && !sweep_is_wide(of_selected)) {
         return;
     }
-    glutIdleFunc(transport.qmotion);
+    glutIdleFunc(qmotion);
     if (zgen.events == 0) {
         x2time(&square[0], &square[1], &zgen);
     }
-    transport.tqplay(&zgen.starttime, &zgen.endtime);
+    tqplay(&zgen.starttime, &zgen.endtime);
     ++zgen.events;
     glutPostRedisplay();
-}
-
-void halt_generator() {
-    poke(zgen.state, 3);
-    transport.wait(release_time);
-    transport.AudioOutputUnitStop(zgen.unit);
-    poke(zgen.playing, uint8_t{0});
-    transport.set_N(stopped_N);
-    std::printf("  Synthesis halted @ %fs, zgAU stopped\n", peek(zgen.time));
 }
 
 /// Only the stop of a selected zone ends looping: after any other the next start loops again.
 void stop_zone(bool of_selected) {
     if (zgen.unit != nullptr) {
-        halt_generator();
+        halt_generator(zgen);
+        std::printf("  Synthesis halted @ %fs, zgAU stopped\n", peek(zgen.time));
     }
     if (of_selected) {
         poke(zloop, uint8_t{0});
     }
-    glutIdleFunc(peek(fplayer.state) != 0 ? transport.Idle : nullptr);
+    leave_idle_to_player();
     poke(zgen.playing, uint8_t{0});
     glutPostRedisplay();
 }

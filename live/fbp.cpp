@@ -209,7 +209,7 @@ void start_unit() {
 
 /// Says what there is to play; false when there is nothing.
 bool tell_sound() {
-    N = 2000.0f;
+    poke(N, 2000.0f);
     std::printf("FBP1: %ld\t frames\n", static_cast<long>(fbuffersize));
     if (fBuffer == nullptr) {
         std::puts("NULL Buffer!");

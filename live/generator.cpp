@@ -1,6 +1,7 @@
 #include "live/generator.h"
 
 #include "live/oscillators.h"
+#include "live/pause.h"
 #include "store/settings.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 
 namespace {
 
+constexpr uint32_t release_pause = 20000; // microseconds
 constexpr uint32_t further_pause = 10000; // microseconds
 constexpr int further_pauses = 10;
 
@@ -54,6 +56,7 @@ void start_generator(LiveGenerator &generator, const LiveCandidate *candidates, 
 }
 
 void await_release(const int32_t &state) {
+    pause_for(release_pause);
     for (int n = 0; n < further_pauses && peek(state) == 3; ++n) {
         pause_for(further_pause);
     }

@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr float stopped_N = 1000.0f;
-
 /// The moment under a pixel column, in seconds.
 float moment_under(int32_t x) {
     poke(square[0], x);
@@ -70,7 +68,6 @@ template <typename Generator> void stop_playing(Generator &generator) {
         return;
     }
     halt_generator(generator);
-    poke(N, stopped_N);
     std::puts("Stop");
 }
 
@@ -130,7 +127,6 @@ void zstop() {
     }
     const float time = peek(zgen.time);
     halt_generator(zgen);
-    poke(N, stopped_N);
     std::printf("  Synthesis halted @ %fs, zgAU stopped\n", time);
 }
 

@@ -2,6 +2,7 @@
 
 #include "live/mixer.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cmath>
@@ -14,18 +15,24 @@ std::thread clock_thread;
 std::atomic<bool> ticking = false;
 
 constexpr int64_t second = 1'000'000'000; // ns
+constexpr int64_t longest_delay = second; // ns, that is made up for
 
-/// One block a period, at points in time that do not drift.
+int64_t now_ns() {
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return now.tv_sec * second + now.tv_nsec;
+}
+
+/// One block a period, at points in time that do not drift. What a process misses that is held
+/// at its terminal is not made up for.
 void tick(int64_t period) {
     std::array<float, slice_frames> block;
-    timespec next = {};
-    clock_gettime(CLOCK_MONOTONIC, &next);
+    int64_t next = now_ns();
     while (ticking.load()) {
         deliver(block.data(), slice_frames, 1);
-        const int64_t at = next.tv_nsec + period;
-        next.tv_sec += at / second;
-        next.tv_nsec = at % second;
-        clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &next, nullptr);
+        next = std::max(next + period, now_ns() - longest_delay);
+        const timespec at = {next / second, next % second};
+        clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &at, nullptr);
     }
 }
 

@@ -12,11 +12,13 @@ using Clock = std::chrono::steady_clock;
 
 constexpr double silent_rate = 44100.0; // Hz
 constexpr auto longest_gap = std::chrono::seconds(2);
+constexpr auto longest_absence = std::chrono::milliseconds(500); // between two looks
 
 double rate = 0.0; // Hz, 0 while closed
 bool on_device = false;
 uint64_t seen_blocks = 0;
 Clock::time_point seen_at;
+Clock::time_point looked_at;
 
 void close() {
     if (on_device) {
@@ -42,10 +44,14 @@ double open() {
     return rate;
 }
 
+/// A look after a long absence starts the count anew: a process that was held at its terminal
+/// finds its device as it left it.
 bool stands_still() {
     const uint64_t blocks = deliveries();
     const Clock::time_point now = Clock::now();
-    if (blocks != seen_blocks) {
+    const bool was_away = now - looked_at > longest_absence;
+    looked_at = now;
+    if (blocks != seen_blocks || was_away) {
         seen_blocks = blocks;
         seen_at = now;
     }

@@ -20,8 +20,6 @@ float zone::times[2048] = {};
 
 namespace {
 
-constexpr float stopped_N = 1000.0f;
-
 /// The moment that a fraction of the time axis stands for, in seconds.
 float moment_of(float fraction) {
     return (sndlen - sndstart) * fraction + sndstart;
@@ -58,15 +56,18 @@ void sample_zone(float time, double last) {
 void end_zone() {
     halt_generator(zgen);
     poke(zgen.time, peek(zgen.starttime));
-    poke(N, stopped_N);
     std::puts("  Synthesis completed, zgAU stopped");
     if (dbp) {
         std::printf("  zgen.endtime = %f\n", peek(zgen.endtime));
     }
-    glutIdleFunc(peek(fplayer.state) != 0 ? Idle : nullptr);
+    leave_idle_to_player();
 }
 
 } // namespace
+
+void leave_idle_to_player() {
+    glutIdleFunc(peek(fplayer.state) != 0 ? Idle : nullptr);
+}
 
 void qplay(int32_t *x0, int32_t *x1) {
     if (*x1 < *x0) {

@@ -20,3 +20,7 @@ void tqplay(const float *start, const float *end);
 
 /// Idle function while a zone plays: samples, and ends or repeats the zone.
 void qmotion();
+
+/// Ends qmotion: the idle function becomes that of the rendered sound's player while it plays,
+/// else none.
+void leave_idle_to_player();

@@ -1,13 +1,25 @@
-// Keys of the players: what each asks of them and in which order, on every state of the records.
+// Keys of the players: what each does to them and in which order, on every state of the records.
 #include "display/scene.h"
 #include "display/view.h"
 #include "interact/mouse.h"
-#include "interact/transport.h"
+#include "live/fbp.h"
+#include "live/idle.h"
 #include "live/live.h"
+#include "live/pause.h"
+#include "live/requests.h"
+#include "live/zone.h"
+#include "store/recompute.h"
+#include "synth/sound.h"
+#include "synth/syn.h"
 #include "tests/interact/keys_support.h"
 #include "tests/support/console.h"
 
+#include <algorithm>
+
 namespace {
+
+constexpr int64_t sound_frames = 10000;
+constexpr uint32_t block = 512; // frames
 
 /// Stands for whatever was registered before.
 void earlier_idle() {}
@@ -16,8 +28,10 @@ void (*idle())() {
     return gl_double::recorder().callbacks.idle;
 }
 
-const float sound[] = {0.0f};
-int unit = 0;
+/// What the player says at its end and at a start.
+const std::string ended = "fpAU:Stopped!\n";
+const std::string started = "FBP1: 10000\t frames\nzgen.state = 0\n";
+const std::string underscores = "_____________________________________________\n\n";
 
 class KeysSound : public KeysTest {
   protected:
@@ -25,41 +39,74 @@ class KeysSound : public KeysTest {
         KeysTest::SetUp();
         glutIdleFunc(earlier_idle);
     }
-    static void player_plays(int32_t state) {
-        fplayer.playing = 1;
-        fplayer.state = state;
-        fplayer.position = 1234.5;
+    /// The player has played three blocks of a sound.
+    static void play_sound() {
+        give_sound(sound_frames);
+        printed([] { fbplay1(0.0f, sound_frames); });
+        run_blocks(3);
     }
-    static void zone_plays() {
-        zgen.playing = 1;
-        zgen.state = 2;
-        zgen.unit = &unit;
-        zgen.time = 0.75f;
+    /// The same, paused by its key.
+    static void pause_sound() {
+        play_sound();
+        press(' ');
+        run_blocks(2);
+        EXPECT_EQ(printed(serve_requests), ended);
     }
 };
+
+std::string stopped_at(double position) {
+    return "Stopped at frame: " + std::to_string(position) + "\n";
+}
 
 // --- Return ------------------------------------------------------------------------------------
 
 TEST_F(KeysSound, ReturnRewindsARunningPlayer) {
     for (int modifiers = 0; modifiers < key_states; ++modifiers) {
-        player_plays(2);
-        forget_player_calls();
-        during_wait = [] { EXPECT_EQ(fplayer.position, 1234.5); };
+        play_sound();
+        const size_t before = pauses().size();
         EXPECT_EQ(press(key_return, modifiers), "Enter\n");
-        EXPECT_EQ(player_calls(), "fbstop1 wait 20000");
+        ASSERT_EQ(pauses().size(), before + 1);
+        EXPECT_EQ(pauses().back(), 20000u);
+        EXPECT_EQ(fplayer.playing, 0) << "the fade-out is over";
+        EXPECT_EQ(fplayer.state, 0);
         EXPECT_EQ(fplayer.position, 0.0);
         EXPECT_EQ(idle(), nullptr);
         EXPECT_EQ(posted(), 1);
+        run_blocks(2);
+        EXPECT_EQ(fplayer.position, 0.0);
+        EXPECT_EQ(printed(serve_requests), ended);
+        EXPECT_EQ(press(' '), started + underscores + "Re-playing...\n");
+        fplayer.playing = 0;
+        fplayer.state = 0;
     }
 }
 
+/// A fade-out that came after the rewind would leave its own place behind.
+TEST_F(KeysSound, ReturnWaitsForAnOutputWithLongBlocks) {
+    play_sound();
+    static int left;
+    left = 5;
+    pause_for = [](uint32_t) {
+        if (--left == 0) {
+            run_blocks(1);
+        }
+    };
+    press(key_return);
+    EXPECT_EQ(left, 0);
+    EXPECT_EQ(fplayer.playing, 0);
+    EXPECT_EQ(fplayer.position, 0.0);
+}
+
 TEST_F(KeysSound, ReturnLeavesARestingPlayer) {
-    player_plays(0);
+    give_sound(sound_frames);
+    fplayer.position = 1234.5;
+    fplayer.playing = 1;
     EXPECT_EQ(press(key_return), "Enter\n");
     fplayer.playing = 0;
     fplayer.state = 2;
     EXPECT_EQ(press(key_return), "Enter\n");
-    EXPECT_EQ(player_calls(), "");
+    EXPECT_TRUE(players_left_alone());
+    EXPECT_EQ(fplayer.state, 2);
     EXPECT_EQ(fplayer.position, 1234.5);
     EXPECT_EQ(posted(), 1);
 }
@@ -75,17 +122,36 @@ TEST_F(KeysSound, ReturnKeepsTheIdleFunctionOfAZone) {
 
 // --- Space -------------------------------------------------------------------------------------
 
+/// The sound that is there now.
+Samples sound() {
+    return Samples(fBuffer, fBuffer + fbuffersize);
+}
+
+/// What `render` makes of the store with fresh phases.
+Samples rendered(void (*render)(int32_t, char *)) {
+    recompute_all_phase();
+    printed([render] { render(0, nullptr); });
+    const Samples made = sound();
+    drop_sound();
+    return made;
+}
+
 TEST_F(KeysSound, AltSpacePlaysTheSelection) {
     sweepSelect = 1;
     selecting = 1;
-    select_group({"0100", "000", "00", "0"});
+    select_group({"0110", "110", "00", "0"});
+    const Samples wanted = rendered(synssumWT);
     parray[0][1].phase = 9.0f;
-    EXPECT_EQ(press(' ', key_alt), "Play select partials: ");
-    EXPECT_EQ(player_calls(), "synssumWT 900");
+    EXPECT_EQ(press(' ', key_alt), "Play select partials: FBP1: " + std::to_string(wanted.size()) +
+                                       "\t frames\nzgen.state = 0\n" + underscores);
+    EXPECT_EQ(sound(), wanted);
+    EXPECT_EQ(fplayer.playing, 1);
+    EXPECT_EQ(fplayer.seconds, sndstart);
+    EXPECT_EQ(starts(), 1);
     EXPECT_NE(parray[0][1].phase, 9.0f) << "phases are derived first";
     EXPECT_EQ(selecting, 1);
-    EXPECT_EQ(posted(), 1);
-    EXPECT_EQ(idle(), earlier_idle);
+    EXPECT_EQ(posted(), 2) << "the player's and the key's own";
+    EXPECT_EQ(idle(), Idle);
 }
 
 TEST_F(KeysSound, AltSpaceNeedsASweep) {
@@ -95,84 +161,104 @@ TEST_F(KeysSound, AltSpaceNeedsASweep) {
         EXPECT_EQ(press(' ', key_alt), "Invalid Selection Mode for: Play Selected\n");
         EXPECT_EQ(posted(), 0);
     }
-    EXPECT_EQ(player_calls(), "");
+    EXPECT_TRUE(players_left_alone());
+    EXPECT_EQ(fBuffer, nullptr);
 }
 
 TEST_F(KeysSound, ShiftSpacePlaysAll) {
     selecting = 1;
-    select_group({"0100", "000", "00", "0"});
+    select_group({"0110", "110", "00", "0"});
+    const Samples wanted = rendered(synsumWT);
     parray[0][1].phase = 9.0f;
-    EXPECT_EQ(press(' ', key_shift), "Play All Partials ");
-    EXPECT_EQ(player_calls(), "synsumWT 900");
+    const std::string text = press(' ', key_shift);
+    EXPECT_EQ(text, "Play All Partials partials: 4, " + std::to_string(sndlen) +
+                        " s\nzgen.floatmax = " + std::to_string(zgen.floatmax) +
+                        "\nFBP1: " + std::to_string(wanted.size()) + "\t frames\nzgen.state = 0\n" +
+                        underscores);
+    EXPECT_EQ(sound(), wanted);
+    EXPECT_EQ(fplayer.playing, 1);
+    EXPECT_EQ(starts(), 1);
     EXPECT_NE(parray[0][1].phase, 9.0f);
     EXPECT_EQ(selecting, 0);
-    EXPECT_EQ(posted(), 0) << "no redisplay of its own";
+    EXPECT_EQ(posted(), 1) << "the player's, none of its own";
+    EXPECT_EQ(idle(), Idle);
 }
 
 TEST_F(KeysSound, NoRenderWhileThePlayerRuns) {
     sweepSelect = 1;
-    player_plays(2);
+    play_sound();
+    const Samples before = sound();
     expect_nothing(' ', key_alt);
     expect_nothing(' ', key_shift);
-    EXPECT_EQ(player_calls(), "");
+    EXPECT_EQ(sound(), before);
+    EXPECT_EQ(starts(), 1);
 }
 
 TEST_F(KeysSound, SpacePauses) {
-    test_sound = sound;
+    int count = 0;
     for (const int modifiers : all_modifiers_but({key_alt, key_shift})) {
-        player_plays(2);
-        forget_player_calls();
-        EXPECT_EQ(press(' ', modifiers), "Stopped at frame: 1234.500000\n");
-        EXPECT_EQ(player_calls(), "fbstop1");
+        play_sound();
+        EXPECT_EQ(press(' ', modifiers), stopped_at(3 * block));
+        EXPECT_EQ(fplayer.state, 3);
         EXPECT_EQ(idle(), nullptr);
         EXPECT_EQ(posted(), 1);
+        EXPECT_EQ(run_blocks(1), falling(3 * block));
+        EXPECT_EQ(run_blocks(1), Samples(block, 0.0f));
+        EXPECT_EQ(stops(), ++count);
+        EXPECT_EQ(fplayer.playing, 0);
+        EXPECT_EQ(fplayer.position, 4.0 * block) << "the place behind the fade";
     }
+    EXPECT_TRUE(pauses().empty()) << "only a rewind waits";
 }
 
 TEST_F(KeysSound, SpaceResumes) {
-    test_sound = sound;
-    fplayer.position = 250.0;
-    EXPECT_EQ(press(' '), "Resuming... at 250.000000\n");
-    EXPECT_EQ(player_calls(), "fbresume1");
-    EXPECT_EQ(posted(), 1);
+    pause_sound();
+    EXPECT_EQ(press(' '), started + "Resuming... at 2048.000000\n");
+    EXPECT_EQ(posted(), 2);
+    EXPECT_EQ(idle(), Idle);
+    EXPECT_EQ(run_blocks(1), rising(4 * block));
+    EXPECT_EQ(run_blocks(1), level(5 * block));
 }
 
 TEST_F(KeysSound, SpacePlaysAnew) {
-    test_sound = sound;
     fill_store({{{0.25f, 100.0f, 0.0f}, {1.0f, 100.0f, 0.0f}}});
-    EXPECT_EQ(press(' '), "Re-playing...\n");
-    EXPECT_EQ(player_calls(), "fbplay1 0.250000 77");
-    EXPECT_EQ(posted(), 1);
+    give_sound(sound_frames);
+    EXPECT_EQ(press(' '), started + underscores + "Re-playing...\n");
+    EXPECT_EQ(fplayer.seconds, 0.25f);
+    EXPECT_EQ(posted(), 2);
+    EXPECT_EQ(run_blocks(1), rising(0));
+}
+
+TEST_F(KeysSound, SpaceAfterTheEndPlaysAnew) {
+    play_sound();
+    run_blocks(sound_frames / block);
+    EXPECT_EQ(stops(), 1);
+    EXPECT_EQ(fplayer.playing, 0);
+    EXPECT_EQ(printed(serve_requests), ended);
+    EXPECT_EQ(press(' '), started + underscores + "Re-playing...\n");
+    EXPECT_EQ(run_blocks(1), rising(0));
 }
 
 TEST_F(KeysSound, SpaceWithoutASound) {
     fplayer.position = 250.0;
     EXPECT_EQ(press(' '), "");
-    EXPECT_EQ(player_calls(), "");
+    EXPECT_TRUE(players_left_alone());
     EXPECT_EQ(idle(), nullptr);
     EXPECT_EQ(posted(), 1);
 }
 
 TEST_F(KeysSound, SpaceDuringAFadeOutStopsAgain) {
-    test_sound = sound;
-    player_plays(3);
-    EXPECT_EQ(press(' '), "Stopped at frame: 1234.500000\n");
-    EXPECT_EQ(player_calls(), "fbstop1");
+    play_sound();
+    press(' ');
+    EXPECT_EQ(press(' '), stopped_at(3 * block));
+    EXPECT_EQ(fplayer.state, 3);
+    EXPECT_EQ(fplayer.playing, 1);
 }
 
 TEST_F(KeysSound, SpaceKeepsTheIdleFunctionOfAZone) {
     zgen.state = 1;
     press(' ');
     EXPECT_EQ(idle(), earlier_idle);
-}
-
-/// A player whose stop takes effect at once, as when its callback ran in between.
-TEST_F(KeysSound, StopThatIsOverResumesInTheSameStroke) {
-    test_sound = sound;
-    player_plays(2);
-    transport.fbstop1 = [] { fplayer.playing = 0; };
-    EXPECT_EQ(press(' '), "Stopped at frame: 1234.500000\nResuming... at 1234.500000\n");
-    EXPECT_EQ(player_calls(), "fbresume1");
 }
 
 TEST_F(KeysSound, ColonTogglesTheLoop) {
@@ -302,20 +388,42 @@ class KeysZone : public KeysSound {
         square[0] = pixel_x(from);
         square[1] = pixel_x(to);
     }
+    /// A zone that was started by `z` and has played two blocks.
+    static void play_zone() {
+        zgen.playing = 0;
+        zgen.state = 0;
+        zgen.events = 0;
+        sweep_times(0.25, 0.75);
+        press('z');
+        run_blocks(2);
+    }
 };
+
+/// What the player of zones says of its times.
+std::string zone_text(const char *mark) {
+    return std::string(mark) + "start_time: " + std::to_string(zgen.starttime) +
+           "s\tend_time: " + std::to_string(zgen.endtime) + "s\n";
+}
+
+std::string halted_text() {
+    return "  Synthesis halted @ " + std::to_string(zgen.time) + "s, zgAU stopped\n";
+}
 
 TEST_F(KeysZone, StartsFromASweep) {
     sweep_times(0.75, 0.25);
     zgen.select = 1;
     const int first = square[1];
     const std::string text = press('z');
-    EXPECT_TRUE(text.starts_with("Event: 0\n->start_time: ")) << text;
+    EXPECT_EQ(text, "Event: 0\n" + zone_text("->") + zone_text("|->"));
     EXPECT_EQ(square[0], first) << "the columns are put in order";
     EXPECT_NEAR(zgen.starttime, 0.25 * 0.6, 0.003);
     EXPECT_EQ(zgen.time, zgen.starttime);
     EXPECT_NEAR(zgen.endtime, 0.75 * 0.6, 0.003);
-    EXPECT_EQ(player_calls(), "tqplay");
-    EXPECT_EQ(idle(), zone_idle);
+    EXPECT_EQ(starts(), 1);
+    EXPECT_EQ(zgen.playing, 1);
+    EXPECT_EQ(zgen.state, 1);
+    EXPECT_EQ(qcandidates[0].status, 1);
+    EXPECT_EQ(idle(), qmotion);
     EXPECT_EQ(zgen.events, 1);
     EXPECT_EQ(zgen.select, 0);
     EXPECT_EQ(selecting, 0);
@@ -324,13 +432,16 @@ TEST_F(KeysZone, StartsFromASweep) {
     EXPECT_EQ(posted(), 1);
 }
 
-TEST_F(KeysZone, AltPlaysTheSelectionWithoutAWord) {
+TEST_F(KeysZone, AltPlaysTheSelectionWithoutAnEvent) {
+    select_group({"0000", "111", "00", "0"});
     sweep_times(0.25, 0.75);
     const std::string text = press('z', key_alt);
-    EXPECT_TRUE(text.starts_with("->start_time: ")) << text;
+    EXPECT_EQ(text, zone_text("->") + zone_text("|->"));
     EXPECT_EQ(zgen.select, 1);
     EXPECT_EQ(zgen.events, 1);
-    EXPECT_EQ(player_calls(), "tqplay");
+    EXPECT_EQ(qcandidates[0].status, 0);
+    EXPECT_EQ(qcandidates[1].status, 1);
+    EXPECT_EQ(starts(), 1);
     EXPECT_EQ(posted(), 1);
 }
 
@@ -338,11 +449,13 @@ TEST_F(KeysZone, CapitalLoops) {
     sweep_times(0.25, 0.75);
     EXPECT_TRUE(press('Z', key_shift).starts_with("Event: 0\n"));
     EXPECT_EQ(zloop, 1);
-    EXPECT_EQ(player_calls(), "tqplay");
+    EXPECT_EQ(starts(), 1);
+    zgen.playing = 0;
     zgen.events = 0;
     EXPECT_TRUE(press('Z', key_alt).starts_with("->start_time: "));
     EXPECT_EQ(zgen.select, 1);
     EXPECT_EQ(zloop, 1);
+    EXPECT_EQ(starts(), 2);
 }
 
 TEST_F(KeysZone, NarrowSweepDoesNothing) {
@@ -350,13 +463,14 @@ TEST_F(KeysZone, NarrowSweepDoesNothing) {
         int pixels, modifiers;
         bool wide;
     };
+    int count = 0;
     for (const Width &width :
          {Width{0, 0, false}, Width{4, 0, false}, Width{-4, key_ctrl, false}, Width{5, 0, true},
           Width{-5, key_shift, true}, Width{5, key_alt, false}, Width{-9, key_alt, false},
           Width{10, key_alt, true}, Width{-10, key_alt, true}}) {
-        forget_player_calls();
         glutIdleFunc(earlier_idle);
         zgen.events = 0;
+        zgen.playing = 0;
         STOP = 1;
         square[0] = 200;
         square[1] = 200 + width.pixels;
@@ -364,8 +478,8 @@ TEST_F(KeysZone, NarrowSweepDoesNothing) {
         if (!width.wide) {
             EXPECT_EQ(text, width.modifiers == key_alt ? "" : "Event: 0\n") << width.pixels;
         }
-        EXPECT_EQ(player_calls(), width.wide ? "tqplay" : "") << width.pixels;
-        EXPECT_EQ(idle(), width.wide ? zone_idle : earlier_idle) << width.pixels;
+        EXPECT_EQ(starts(), count += width.wide) << width.pixels;
+        EXPECT_EQ(idle(), width.wide ? qmotion : earlier_idle) << width.pixels;
         EXPECT_EQ(posted(), width.wide ? 1 : 0) << width.pixels;
         EXPECT_EQ(zgen.events, width.wide ? 1 : 0) << width.pixels;
         EXPECT_EQ(STOP, 0) << "cleared before the width is looked at";
@@ -375,21 +489,22 @@ TEST_F(KeysZone, NarrowSweepDoesNothing) {
 TEST_F(KeysZone, CapitalArmsTheLoopEvenForANarrowSweep) {
     EXPECT_EQ(press('Z'), "Event: 0\n");
     EXPECT_EQ(zloop, 1);
-    EXPECT_EQ(player_calls(), "");
+    EXPECT_TRUE(players_left_alone());
 }
 
 TEST_F(KeysZone, ZoneThatPlayedPlaysAgainWithoutASweep) {
     zgen.events = 3;
     zgen.starttime = 0.1f;
     zgen.endtime = 0.2f;
-    EXPECT_EQ(press('z'), "Event: 3\n");
-    EXPECT_EQ(player_calls(), "tqplay");
+    EXPECT_EQ(press('z'), "Event: 3\n" + zone_text("|->"));
+    EXPECT_EQ(starts(), 1);
     EXPECT_EQ(zgen.events, 4);
     EXPECT_EQ(zgen.starttime, 0.1f) << "no new zone is made";
     EXPECT_EQ(zgen.endtime, 0.2f);
-    EXPECT_EQ(idle(), zone_idle);
+    EXPECT_EQ(idle(), qmotion);
     EXPECT_EQ(posted(), 1);
-    EXPECT_EQ(press('z', key_alt), "");
+    zgen.playing = 0;
+    EXPECT_EQ(press('z', key_alt), zone_text("|->"));
     EXPECT_EQ(zgen.events, 5);
 }
 
@@ -398,20 +513,25 @@ TEST_F(KeysZone, NewSweepEndsTheOldZone) {
     mouse_down(GLUT_LEFT_BUTTON, 100, 100);
     mouse_up(GLUT_LEFT_BUTTON, 102, 120);
     EXPECT_EQ(press('z'), "Event: 0\n") << "straight after a click nothing plays";
-    EXPECT_EQ(player_calls(), "");
+    EXPECT_TRUE(players_left_alone());
 }
 
 TEST_F(KeysZone, StopHaltsTheGenerator) {
-    zone_plays();
+    play_zone();
     zloop = 1;
     zgen.select = 1;
-    during_wait = [] {
-        EXPECT_EQ(zgen.state, 3);
-        EXPECT_EQ(zgen.playing, 1);
-    };
-    EXPECT_EQ(press('z'), "  Synthesis halted @ 0.750000s, zgAU stopped\n");
-    EXPECT_EQ(player_calls(), "wait 20000 unit_stop N 1000");
+    selecting = 1;
+    const size_t before = heard(zgen).size();
+    const std::string text = press('z');
+    EXPECT_EQ(text, halted_text());
+    EXPECT_EQ(pauses(), std::vector<uint32_t>{20000});
+    const std::vector<float> &all = heard(zgen);
+    ASSERT_EQ(all.size(), before + block) << "the fade-out passes before the unit stops";
+    EXPECT_GT(*std::max_element(all.end() - block, all.end()), 0.0f);
+    EXPECT_EQ(stops(), 1);
     EXPECT_EQ(zgen.playing, 0);
+    EXPECT_EQ(zgen.state, 0);
+    EXPECT_EQ(N, 1000.0f);
     EXPECT_EQ(zloop, 1) << "a loop stays armed for the next start";
     EXPECT_EQ(idle(), nullptr);
     EXPECT_EQ(posted(), 1);
@@ -420,57 +540,37 @@ TEST_F(KeysZone, StopHaltsTheGenerator) {
 }
 
 TEST_F(KeysZone, AltStopEndsTheLoop) {
-    zone_plays();
+    play_zone();
     zloop = 1;
-    EXPECT_EQ(press('z', key_alt), "  Synthesis halted @ 0.750000s, zgAU stopped\n");
+    std::string text = press('z', key_alt);
+    EXPECT_EQ(text, halted_text());
     EXPECT_EQ(zloop, 0);
-    zone_plays();
-    EXPECT_EQ(press('Z', key_alt), "  Synthesis halted @ 0.750000s, zgAU stopped\n");
+    play_zone();
+    text = press('Z', key_alt);
+    EXPECT_EQ(text, halted_text());
     EXPECT_EQ(zloop, 0) << "set by the capital and cleared by the stop";
-    zone_plays();
+    play_zone();
     press('Z', key_shift);
     EXPECT_EQ(zloop, 1);
 }
 
 TEST_F(KeysZone, StopHandsTheIdleFunctionToThePlayer) {
-    zone_plays();
+    play_zone();
     fplayer.state = 2;
     press('z');
-    EXPECT_EQ(idle(), player_idle);
+    EXPECT_EQ(idle(), Idle);
 }
 
 TEST_F(KeysZone, StopWithoutAUnit) {
-    zone_plays();
+    zgen.playing = 1;
+    zgen.state = 2;
     zgen.unit = nullptr;
     EXPECT_EQ(press('z'), "");
-    EXPECT_EQ(player_calls(), "");
+    EXPECT_TRUE(players_left_alone());
     EXPECT_EQ(zgen.playing, 0);
+    EXPECT_EQ(zgen.state, 2);
     EXPECT_EQ(idle(), nullptr);
     EXPECT_EQ(posted(), 1);
-}
-
-// --- before the players are there --------------------------------------------------------------
-
-TEST_F(KeysZone, UnbuiltPlayersSaySo) {
-    transport = unbuilt_transport();
-    sweepSelect = 1;
-    EXPECT_EQ(press(' ', key_alt), std::string("Play select partials: ") + not_built);
-    EXPECT_EQ(press(' ', key_shift), std::string("Play All Partials ") + not_built);
-    EXPECT_EQ(press(' '), "") << "there is no sound to play";
-    zgen.events = 1;
-    EXPECT_EQ(press('z'), std::string("Event: 1\n") + not_built);
-    EXPECT_EQ(idle(), nullptr);
-    zone_plays();
-    EXPECT_EQ(press('z'),
-              std::string(not_built) + "  Synthesis halted @ 0.750000s, zgAU stopped\n");
-    player_plays(2);
-    EXPECT_EQ(press(key_return), std::string("Enter\n") + not_built);
-    EXPECT_EQ(printed([] {
-                  transport.fbresume1();
-                  EXPECT_EQ(transport.fbplay1(0.0f, 1), 0);
-                  EXPECT_EQ(transport.rendered_frames(), 0);
-              }),
-              std::string(not_built) + not_built);
 }
 
 } // namespace

@@ -1,10 +1,12 @@
 // tests/interact/keys_support.h -- what the tests of the keyboard share: strokes with their
-// modifiers, and players that only write down what they were asked.
+// modifiers, on the real players and an output whose blocks the test asks for.
 #pragma once
 
 #include "interact/keys.h"
 #include "interact/selection.h"
 #include "tests/interact/menu_support.h"
+#include "tests/support/live_play.h"
+#include "tests/support/made_sound.h"
 
 #include <string>
 #include <vector>
@@ -20,9 +22,9 @@ constexpr unsigned char key_delete = 127;
 constexpr unsigned char key_escape = 27;
 constexpr unsigned char key_return = 13;
 
-/// Starts each test with four small partials in the flat view with breakpoints, players at rest
-/// and silent ones in place of the real ones.
-class KeysTest : public PointerTest {
+/// Starts each test with four small partials in the flat view with breakpoints, the players set up
+/// and at rest, no rendered sound, and one worker for renders.
+class KeysTest : public LivePlayTest {
   protected:
     void SetUp() override;
     void TearDown() override;
@@ -38,19 +40,8 @@ int posted();
 /// The stroke prints nothing, posts no redisplay and leaves store and selection alone.
 void expect_nothing(unsigned char code, int modifiers);
 
-/// All calls to the players so far, as in "fbstop1 wait 20000".
-std::string player_calls();
-void forget_player_calls();
+/// No unit was started or stopped and no pause taken since the test began.
+bool players_left_alone();
 
 /// The states of the modifiers but for those given.
 std::vector<int> all_modifiers_but(const std::vector<int> &left_out = {});
-
-/// What a sound of one frame would be; null for none.
-extern const float *test_sound;
-
-/// Run inside a wait, to see or change what stands at that moment.
-extern void (*during_wait)();
-
-/// An idle function of the players, to compare with the registered one.
-void zone_idle();
-void player_idle();

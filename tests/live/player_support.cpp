@@ -2,9 +2,7 @@
 
 #include "store/settings.h"
 
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
 void PlayerTest::SetUp() {
     StoreTest::SetUp();
@@ -20,9 +18,7 @@ void PlayerTest::SetUp() {
 }
 
 void PlayerTest::TearDown() {
-    std::free(fBuffer);
-    fBuffer = nullptr;
-    fbuffersize = 0;
+    drop_sound();
     fplayer = {};
     zgen = {};
     totalfFrames = 0;
@@ -30,19 +26,6 @@ void PlayerTest::TearDown() {
     R = 44100.0;
     printed([] { serve_requests(); });
     StoreTest::TearDown();
-}
-
-float PlayerTest::value(int64_t n) {
-    return 0.5f + 0.4f * std::sin(static_cast<float>(n) * 0.37f);
-}
-
-void PlayerTest::give_sound(int64_t frames) {
-    std::free(fBuffer);
-    fBuffer = static_cast<float *>(std::calloc(static_cast<size_t>(frames) + 1, sizeof(float)));
-    for (int64_t n = 0; n < frames; n++) {
-        fBuffer[n] = value(n);
-    }
-    fbuffersize = frames;
 }
 
 void PlayerTest::play() {
@@ -59,30 +42,6 @@ Samples PlayerTest::block(uint32_t frames, float before) {
 
 std::string PlayerTest::served() {
     return printed([] { serve_requests(); });
-}
-
-Samples PlayerTest::rising(int64_t from, uint32_t frames) {
-    Samples samples(frames);
-    for (uint32_t k = 0; k < frames; k++) {
-        samples[k] = static_cast<float>(k) * value(from + k) / static_cast<float>(frames);
-    }
-    return samples;
-}
-
-Samples PlayerTest::level(int64_t from, uint32_t frames) {
-    Samples samples(frames);
-    for (uint32_t k = 0; k < frames; k++) {
-        samples[k] = value(from + k);
-    }
-    return samples;
-}
-
-Samples PlayerTest::falling(int64_t from, uint32_t frames) {
-    Samples samples(frames);
-    for (uint32_t k = 0; k < frames; k++) {
-        samples[k] = static_cast<float>(frames - k) * value(from + k) / static_cast<float>(frames);
-    }
-    return samples;
 }
 
 std::string standing() {
