@@ -5,6 +5,7 @@
 #include "interact/drag_step.h"
 #include "interact/drags.h"
 #include "interact/log_position.h"
+#include "store/published.h"
 #include "store/recompute.h"
 #include "store/store.h"
 
@@ -82,6 +83,7 @@ void partialsTranslate(int x, int y) {
     if (!drag_acts()) {
         return;
     }
+    const StoreEdit edit;
     const DragStep step = begin_drag_step(x, y);
     if (logpos == 0) {
         translate_linear(step);

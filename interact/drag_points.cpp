@@ -5,6 +5,7 @@
 #include "interact/drags.h"
 #include "interact/log_position.h"
 #include "interact/selection.h"
+#include "store/published.h"
 #include "store/recompute.h"
 #include "store/store.h"
 
@@ -130,6 +131,7 @@ void breakpointsTranslate(int x, int y) {
     if (!drag_acts()) {
         return;
     }
+    const StoreEdit edit;
     move_found_points(begin_drag_step(x, y));
     recompute_all_pitch();
     recompute_all_phase();

@@ -56,6 +56,7 @@ const RankRow rank_table[] = {
     // Helpers that know no more than those.
     {"store/phase", state},
     {"store/progress", state},
+    {"store/published", state},
     {"store/console", state},
     {"store/misc", state},
     // Thinning the store reallocates it.
