@@ -1,6 +1,7 @@
 #include "display/frame_arrays.h"
 
 #include "display/view.h"
+#include "live/shared.h"
 
 #include <stddef.h>
 
@@ -101,7 +102,7 @@ void build_frame_arrays(FrameArrays &arrays, bool with_dots) {
             *vertex++ = law(run[j]);
         }
         for (int32_t j = 0; with_dots && j < n; ++j) {
-            *dot++ = run[j].selected == 1 ? selected_dot : plain_dot;
+            *dot++ = peek(run[j].selected) == 1 ? selected_dot : plain_dot;
         }
         pair = connect(pair, first, n);
         first += static_cast<uint32_t>(n);

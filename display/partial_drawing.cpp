@@ -92,7 +92,8 @@ void draw_marks(const float *pointer) {
         glEnd();
     }
     if (selecting == 1) {
-        draw_rectangle(tfsquare);
+        const float sweep[] = {peek(tfsquare[0]), peek(tfsquare[1]), tfsquare[2], tfsquare[3]};
+        draw_rectangle(sweep);
     }
     if (peek(zgen.state) == 2) {
         draw_rectangle(ztfsquare);

@@ -2,9 +2,11 @@
 
 #include "display/view.h"
 #include "interact/selection.h"
+#include "store/published.h"
 #include "store/store.h"
 
 void clear_all() {
+    const StoreEdit edit;
     for (int32_t i = 0; i < partials; ++i) {
         peval[i].selected = 0;
         for (int32_t j = 0; j < npoints[i]; ++j) {

@@ -7,6 +7,7 @@
 #include "interact/log_kernels.h"
 #include "interact/log_position.h"
 #include "interact/log_refresh.h"
+#include "store/published.h"
 #include "store/recompute.h"
 #include "store/store.h"
 
@@ -128,6 +129,7 @@ void partialsTranslate(int x, int y) {
     if (!edit_mode()) {
         return;
     }
+    const StoreEdit edit;
     const DragStep step = begin_drag_step(x, y);
     if (logpos == 0) {
         translate_linear(step);

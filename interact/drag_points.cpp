@@ -6,6 +6,7 @@
 #include "interact/log_position.h"
 #include "interact/log_refresh.h"
 #include "interact/selection.h"
+#include "store/published.h"
 #include "store/recompute.h"
 #include "store/store.h"
 
@@ -131,6 +132,7 @@ void breakpointsTranslate(int x, int y) {
     if (!edit_mode()) {
         return;
     }
+    const StoreEdit edit;
     move_found_points(begin_drag_step(x, y));
     recompute_all_pitch();
     recompute_all_phase();

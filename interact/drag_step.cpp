@@ -3,6 +3,7 @@
 #include "display/view.h"
 #include "interact/selection.h"
 #include "interact/unproject.h"
+#include "live/shared.h"
 #include "store/store.h"
 
 #include <GL/freeglut.h>
@@ -27,7 +28,7 @@ DragStep begin_drag_step(int x, int y) {
 }
 
 void end_drag_step(int x, int y) {
-    square[0] = x;
+    poke(square[0], x);
     square[2] = y;
     ++input_events;
     glutPostRedisplay();

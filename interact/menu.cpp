@@ -5,11 +5,19 @@
 #include "interact/modifiers.h"
 #include "store/console.h"
 #include "store/misc.h"
+#include "store/published.h"
 
 #include <GL/freeglut.h>
 #include <cstdio>
+#include <optional>
 
 namespace {
+
+/// Other threads read the store while it renders and plays.
+bool changes_store(const Command &row) {
+    const std::span<const Command> sounds = sound_commands();
+    return &row < sounds.data() || &row >= sounds.data() + sounds.size();
+}
 
 const Command *find_command(int value) {
     for (const auto &rows : {view_commands(), select_commands(), edit_commands(),
@@ -58,6 +66,10 @@ void run_command(const Command &row, int modifiers) {
     say(row.announce);
     if (!passes_gate(row) || (row.require != nullptr && !row.require())) {
         return;
+    }
+    std::optional<StoreEdit> edit;
+    if (changes_store(row)) {
+        edit.emplace();
     }
     if (row.act(modifiers) && row.finish != nullptr) {
         row.finish();

@@ -10,6 +10,7 @@
 #include "live/gestures.h"
 #include "live/live.h"
 #include "live/shared.h"
+#include "store/published.h"
 
 #include <GL/freeglut.h>
 #include <cstdint>
@@ -128,6 +129,7 @@ void press(int button, int modifiers, int x, int y) {
 
 /// A sweep without horizontal motion is a click, which also looks for the nearest point.
 void end_sweep() {
+    const StoreEdit edit;
     transformInput();
     zgen.events = 0;
     if (desel) {
@@ -136,7 +138,7 @@ void end_sweep() {
     } else {
         findBreakpoints(tfsquare, gCamera);
     }
-    if (square[1] == square[0] && edit_mode()) {
+    if (square[1] == peek(square[0]) && edit_mode()) {
         transformInput();
         findSingleBreakpoint(tfsquare, gCamera);
     }

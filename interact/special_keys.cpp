@@ -10,6 +10,7 @@
 #include "interact/modifiers.h"
 #include "interact/selection.h"
 #include "store/misc.h"
+#include "store/published.h"
 #include "store/settings.h"
 
 #include <GL/freeglut.h>
@@ -161,6 +162,7 @@ void special(int key, int, int) {
     if (key == GLUT_KEY_UP || key == GLUT_KEY_DOWN) {
         std::printf("%d\n", modifiers);
     }
+    const StoreEdit edit;
     if (row->guard == nullptr || row->guard()) {
         row->run();
         if (row->redisplay) {

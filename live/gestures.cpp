@@ -5,6 +5,7 @@
 #include "live/generator.h"
 #include "live/live.h"
 #include "live/moment.h"
+#include "live/pause.h"
 #include "live/shared.h"
 #include "live/wheel.h"
 #include "store/published.h"
@@ -16,6 +17,9 @@
 #include <cstdio>
 
 namespace {
+
+constexpr uint32_t edit_pause = 1000; // microseconds
+constexpr int most_edit_pauses = 20;
 
 /// The moment under a pixel column, in seconds.
 float moment_under(int32_t x) {
@@ -29,23 +33,32 @@ float sound_length() {
     return peek(sndlen) - peek(sndstart);
 }
 
-/// The partials as MIDI may read them at the moment; while an edit is under way the candidates
-/// stay as they are.
-template <typename Work> void with_store(Work work) {
+/// False while an edit is under way.
+template <typename Work> bool with_store_now(Work work) {
     const StoreReader reader;
     if (reader.store() != nullptr) {
         work(*reader.store());
+    }
+    return reader.store() != nullptr;
+}
+
+/// The partials as MIDI may read them, once an edit that is under way is over. What takes longer
+/// leaves candidates, flags and pointer as they are.
+template <typename Work> void with_store(Work work) {
+    for (int n = 0; !with_store_now(work) && n < most_edit_pauses; ++n) {
+        pause_for(edit_pause);
     }
 }
 
 void play_from_midi() {
     const float time = peek(wgen.time);
-    poke(tfsquare[0], time / sound_length());
+    const float fraction = time / sound_length();
     if (dbp) {
         std::printf("wgen.time: %f\n", time);
-        std::printf("tfsquare.tdn = %f\n", peek(tfsquare[0]));
+        std::printf("tfsquare.tdn = %f\n", fraction);
     }
-    with_store([time](const PublishedStore &store) {
+    with_store([time, fraction](const PublishedStore &store) {
+        poke(tfsquare[0], fraction);
         if (peek(wgen.select) != 0) {
             select_by_wheel(store, peek(mmif));
         }
@@ -103,10 +116,11 @@ void pmotion(int x, int) {
 
 void mmotion() {
     const float time = peek(wgen.time);
-    poke(tfsquare[0], time / sound_length());
-    poke(tfsquare[1], time / sound_length());
+    const float fraction = time / sound_length();
     const bool by_wheel = peek(wgen.select) != 0;
-    with_store([time, by_wheel](const PublishedStore &store) {
+    with_store([time, fraction, by_wheel](const PublishedStore &store) {
+        poke(tfsquare[0], fraction);
+        poke(tfsquare[1], fraction);
         if (by_wheel) {
             select_by_wheel(store, peek(mmif));
         }

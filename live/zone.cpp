@@ -6,6 +6,7 @@
 #include "live/idle.h"
 #include "live/live.h"
 #include "live/moment.h"
+#include "live/oscillator_block.h"
 #include "live/shared.h"
 #include "store/settings.h"
 #include "store/store.h"
@@ -13,8 +14,8 @@
 #include "toolbox/auxilliary3d.h"
 
 #include <GL/freeglut.h>
+#include <algorithm>
 #include <cstdio>
-#include <utility>
 
 float zone::times[2048] = {};
 
@@ -31,7 +32,7 @@ bool in_sound(float time) {
 
 /// Raises the times of all partials to that of the zone; one that comes near the end jumps.
 void walk(float time, double last) {
-    const int32_t count = peek(numbOfCands);
+    const int32_t count = std::clamp(peek(numbOfCands), 0, most_oscillators);
     for (int32_t i = 0; i < count; ++i) {
         if (times[i] < time) {
             times[i] = time;
@@ -70,14 +71,12 @@ void leave_idle_to_player() {
 }
 
 void qplay(int32_t *x0, int32_t *x1) {
-    if (*x1 < *x0) {
-        std::swap(*x0, *x1);
-    }
+    put_in_order(*x0, *x1);
     if (dbp) {
         std::printf("live_gain = %f\n", peek(live_gain));
     }
-    const float from = scene_offset(*x0, 0.0).t;
-    const float to = scene_offset(*x1, 0.0).t;
+    const float from = scene_offset(peek(*x0), 0.0).t;
+    const float to = scene_offset(peek(*x1), 0.0).t;
     poke(tfsquare[0], from);
     poke(tfsquare[1], to);
     const float start = moment_of(from);

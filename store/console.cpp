@@ -1,5 +1,7 @@
 #include "store/console.h"
 
+#include "store/published.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
@@ -19,6 +21,7 @@ int next_solid() {
 } // namespace
 
 bool read_word(char *word, size_t size) {
+    const StoreEditPause pause;
     std::fflush(stdout);
     int c = next_solid();
     if (c == EOF) {
@@ -39,6 +42,7 @@ bool read_word(char *word, size_t size) {
 }
 
 bool read_integer(int32_t &value) {
+    const StoreEditPause pause;
     std::fflush(stdout);
     int c = next_solid();
     const bool negative = c == '-';
@@ -63,16 +67,19 @@ bool read_integer(int32_t &value) {
 }
 
 bool read_float(float &value) {
+    const StoreEditPause pause;
     std::fflush(stdout);
     return std::scanf("%f", &value) == 1;
 }
 
 bool read_double(double &value) {
+    const StoreEditPause pause;
     std::fflush(stdout);
     return std::scanf("%lf", &value) == 1;
 }
 
 bool read_line(char *line, size_t size) {
+    const StoreEditPause pause;
     std::fflush(stdout);
     if (std::fgets(line, static_cast<int>(size), stdin) == nullptr) {
         return false;
@@ -95,6 +102,7 @@ void say(const char *text) {
 }
 
 void drop_line() {
+    const StoreEditPause pause;
     std::fflush(stdout);
     int c = std::getchar();
     while (c != EOF && c != '\n') {

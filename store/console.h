@@ -1,5 +1,6 @@
 // store/console.h -- reading replies from the terminal. Every prompt is flushed before the
-// read; replies may come several on a line; nothing here ever spins at end of input.
+// read; replies may come several on a line; nothing here ever spins at end of input. An edit
+// that asks lends the store to its readers meanwhile.
 #pragma once
 
 #include <cstddef>

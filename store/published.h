@@ -39,7 +39,8 @@ class StoreReader {
 
 // Window thread.
 
-/// Shows the store as it is now to readers that come from here on.
+/// Shows the store as it is now to readers that come from here on. The list withdrawn last
+/// serves again where the structure has not changed.
 void publish_store();
 
 /// True from publish_store until the list is withdrawn.
@@ -54,3 +55,27 @@ void retire(void *memory);
 
 /// How many blocks wait for readers to leave.
 int32_t retired_blocks();
+
+/// While one lives, the window thread alone has the points: the list is withdrawn, and readers
+/// that came before have left, but for one that stays a tenth of a second. They nest; the end of
+/// the outermost shows the store again if it was shown before.
+class StoreEdit {
+  public:
+    StoreEdit();
+    ~StoreEdit();
+    StoreEdit(const StoreEdit &) = delete;
+    StoreEdit &operator=(const StoreEdit &) = delete;
+};
+
+/// A wait for the user within an edit: until it ends, readers have the store back if its
+/// structure has not changed yet. Without an edit it does nothing.
+class StoreEditPause {
+  public:
+    StoreEditPause();
+    ~StoreEditPause();
+    StoreEditPause(const StoreEditPause &) = delete;
+    StoreEditPause &operator=(const StoreEditPause &) = delete;
+
+  private:
+    bool shown_;
+};

@@ -1,6 +1,7 @@
 // The oscillator bank, plain form.
 #include "synth/plain_bank.h"
 
+#include "live/shared.h"
 #include "synth/oscillator.h"
 #include "synth/sound.h"
 
@@ -29,7 +30,7 @@ void start_stretch_segment(Oscillator &o, int32_t p, int32_t i, bool fade_in,
         o.da = (db2amp(at[1].amp) / seconds) / rate.per_sec;
         o.a = 0.0f;
     }
-    if (at[1].selected == 0) {
+    if (peek(at[1].selected) == 0) {
         o.da = ((0.0f - level) / seconds) / rate.per_sec;
     }
 }
@@ -51,11 +52,11 @@ class Stretch {
         while (n_ < end_) {
             if (next_ <= n_) {
                 ++i_;
-                if (point_[i_].selected == 0) {
+                if (peek(point_[i_].selected) == 0) {
                     fade_.due = true;
                     return i_;
                 }
-                if (point_[i_].selected == 1) {
+                if (peek(point_[i_].selected) == 1) {
                     if (!start()) {
                         return i_;
                     }
@@ -134,10 +135,10 @@ void plain_partial(int32_t p, float *out, int64_t frames) {
 void plain_stretches(int32_t p, StretchFade &fade, float *out, int64_t frames) {
     const OscillatorRate rate = oscillator_rate(R);
     for (int32_t i = 0; i < npoints[p]; ++i) {
-        if (parray[p][i].selected != 1) {
+        if (peek(parray[p][i].selected) != 1) {
             continue;
         }
-        if (fade.look_behind && i > 0 && parray[p][i - 1].selected == 0) {
+        if (fade.look_behind && i > 0 && peek(parray[p][i - 1].selected) == 0) {
             fade.due = true;
         }
         i = Stretch(p, i, fade, rate).render(out, frames);

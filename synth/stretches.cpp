@@ -1,5 +1,7 @@
 #include "synth/stretches.h"
 
+#include "live/shared.h"
+
 namespace {
 
 /// What a walk meets from a selected point on.
@@ -12,7 +14,7 @@ struct Run {
 };
 
 bool is_selected(const Breakpoint &point) {
-    return point.selected == 1;
+    return peek(point.selected) == 1;
 }
 
 Run run_from(const Breakpoint *points, int32_t count, int32_t first) {

@@ -176,7 +176,7 @@ float selected_length(Breakpoint *const *array, const int32_t *counts, int32_t n
     float length = 0.0f;
     for (int32_t p = 0; p < number; ++p) {
         for (int32_t i = 0; i < counts[p]; ++i) {
-            if (array[p][i].selected == 1) {
+            if (peek(array[p][i].selected) == 1) {
                 length = std::max(length, array[p][i].time);
             }
         }

@@ -1,5 +1,6 @@
 #include "synth/voices.h"
 
+#include "live/shared.h"
 #include "synth/sound.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ void fade_segment(Segment &segment, int32_t p, int32_t i, bool fade_in, Levels &
         segment.da = (levels.at(i + 1) / seconds) / rate.per_sec;
         segment.a = 0.0f;
     }
-    if (at[1].selected == 0) {
+    if (peek(at[1].selected) == 0) {
         segment.da = ((0.0f - level) / seconds) / rate.per_sec;
     }
 }
@@ -90,7 +91,7 @@ void VoiceList::finish() {
 bool orderly(int32_t p) {
     const Breakpoint *point = parray[p];
     for (int32_t i = 0; i < npoints[p]; ++i) {
-        if (point[i].selected > 1) {
+        if (peek(point[i].selected) > 1) {
             return false;
         }
         // Also false where a time is no number, or below 0.
@@ -150,7 +151,7 @@ int32_t append_stretch(VoiceList &list, int32_t p, int32_t i, StretchFade &fade,
         }
         n = next;
         ++i;
-        if (point[i].selected == 0) {
+        if (peek(point[i].selected) == 0) {
             fade.due = true;
             break;
         }
@@ -164,10 +165,10 @@ int32_t append_stretch(VoiceList &list, int32_t p, int32_t i, StretchFade &fade,
 void append_stretches(VoiceList &list, int32_t p, StretchFade &fade, int64_t frames) {
     const Breakpoint *point = parray[p];
     for (int32_t i = 0; i < npoints[p]; ++i) {
-        if (point[i].selected != 1) {
+        if (peek(point[i].selected) != 1) {
             continue;
         }
-        if (fade.look_behind && i > 0 && point[i - 1].selected == 0) {
+        if (fade.look_behind && i > 0 && peek(point[i - 1].selected) == 0) {
             fade.due = true;
         }
         i = append_stretch(list, p, i, fade, frames);

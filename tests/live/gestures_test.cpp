@@ -5,6 +5,7 @@
 #include "interact/selection.h"
 #include "interact/unproject.h"
 #include "live/moment.h"
+#include "live/pause.h"
 #include "live/requests.h"
 #include "live/shared.h"
 #include "store/published.h"
@@ -376,6 +377,30 @@ TEST_F(Gestures, DuringAnEditMidiKeepsWhatItHad) {
     mmotion();
     EXPECT_EQ(pcandidates[1].freq, 250.0f);
     stop();
+}
+
+TEST_F(Gestures, AMoveDuringAnEditWaitsForItsEnd) {
+    numbOfCands = 4;
+    wgen.time = 1.5f;
+    withdraw_store();
+    static int pauses_left;
+    pauses_left = 3;
+    pause_for = [](uint32_t microseconds) {
+        EXPECT_EQ(microseconds, 1000u);
+        if (--pauses_left == 0) {
+            publish_store();
+        }
+    };
+    mmotion();
+    EXPECT_EQ(pauses_left, 0);
+    EXPECT_EQ(pcandidates[1].freq, 250.0f);
+    EXPECT_EQ(tfsquare[0], 0.75f);
+    withdraw_store();
+    wgen.time = 0.5f;
+    mmotion(); // not for ever
+    EXPECT_EQ(pauses_left, -20);
+    EXPECT_EQ(pcandidates[1].freq, 250.0f);
+    EXPECT_EQ(tfsquare[0], 0.75f);
 }
 
 TEST_F(Gestures, ReservedFunctionsHaveNoEffect) {

@@ -1,5 +1,8 @@
 // Window, MIDI and audio thread at once, each at its own work: nothing for the thread sanitizer
 // to say, and no sample beyond what the partials can give.
+#include "interact/clear.h"
+#include "interact/keys.h"
+#include "interact/menu.h"
 #include "live/agnf.h"
 #include "live/gestures.h"
 #include "live/pause.h"
@@ -29,6 +32,7 @@ std::vector<Partial> chord(int count) {
 }
 
 constexpr int partial_count = 20;
+constexpr int gain_entry = 18;
 
 /// Renders blocks of both generators until told to end; the largest sample.
 class AudioThread {
@@ -107,24 +111,117 @@ TEST_F(Threads, ScrubsAndZonesWhileTheSoundRuns) {
     EXPECT_LE(largest, most);
 }
 
+/// Starts the sound and moves it, the wheel on now and then, until told to end.
+class MidiThread {
+  public:
+    MidiThread() : thread([this] { play(); }) {}
+    ~MidiThread() {
+        over = true;
+        thread.join();
+    }
+    int moved() const {
+        return moves;
+    }
+
+  private:
+    void play() {
+        for (int n = 0; !over; ++n) {
+            poke(wgen.time, 0.01f * static_cast<float>(n % 200));
+            poke(mmif, 0.1f * static_cast<float>(n % 11));
+            poke(wgen.select, static_cast<uint8_t>(n / 16 % 2));
+            if (n == 0) {
+                pplay(0, 1);
+            } else {
+                mmotion();
+            }
+            ++moves;
+        }
+    }
+
+    std::atomic<bool> over = false;
+    std::atomic<int> moves = 0;
+    std::thread thread;
+};
+
+std::vector<float> all_of(float Breakpoint::*field) {
+    std::vector<float> values;
+    for (int32_t i = 0; i < partials; ++i) {
+        for (int32_t j = 0; j < npoints[i]; ++j) {
+            values.push_back(parray[i][j].*field);
+        }
+    }
+    return values;
+}
+
+/// One edit of points where they stand, by turns, as the window asks for it.
+void edit_in_place(int turn) {
+    const int x = pixel_x(0.2), y = pixel_y(0.3);
+    switch (turn % 6) {
+    case 0:
+        mouse_down(GLUT_LEFT_BUTTON, pixel_x(0.0), pixel_y(1.0));
+        mouse_up(GLUT_LEFT_BUTTON, pixel_x(0.7), pixel_y(0.0));
+        break;
+    case 1:
+        menu_select(gain_entry);
+        break;
+    case 2:
+        mouse_down(GLUT_MIDDLE_BUTTON, x, y, GLUT_ACTIVE_SHIFT);
+        mouse_move(x, y + turn % 5 - 2);
+        mouse_up(GLUT_MIDDLE_BUTTON, x, y, GLUT_ACTIVE_SHIFT);
+        break;
+    case 3:
+        mouse_down(GLUT_LEFT_BUTTON, x, y);
+        mouse_up(GLUT_LEFT_BUTTON, x, y);
+        mouse_down(GLUT_MIDDLE_BUTTON, x, y);
+        mouse_move(x + 1, y + turn % 5 - 2);
+        mouse_up(GLUT_MIDDLE_BUTTON, x + 1, y);
+        break;
+    case 4:
+        special(turn % 4 == 0 ? GLUT_KEY_UP : GLUT_KEY_DOWN, 0, 0);
+        break;
+    default:
+        clear_all();
+        break;
+    }
+    frame();
+}
+
+TEST_F(Threads, NotesMoveTheSoundWhilePointsAreEdited) {
+    float largest = 0.0f;
+    int moves = 0;
+    std::string replies;
+    for (int n = 0; n < 4000; ++n) {
+        replies += "x\n-0.01\n";
+    }
+    const std::vector<float> levels = all_of(&Breakpoint::amp);
+    const std::vector<float> freqs = all_of(&Breakpoint::freq);
+    conversation(replies, [&] {
+        AudioThread audio;
+        MidiThread midi_thread;
+        for (int turn = 0; turn < 300 || midi_thread.moved() < 100 || audio.rendered() < 50;
+             ++turn) {
+            edit_in_place(turn);
+        }
+        moves = midi_thread.moved();
+        largest = audio.largest();
+    });
+    EXPECT_GT(moves, 0);
+    EXPECT_GT(largest, 0.0f);
+    EXPECT_TRUE(store_is_published());
+    EXPECT_NE(all_of(&Breakpoint::amp), levels);
+    EXPECT_NE(all_of(&Breakpoint::freq), freqs);
+    withdraw_store();
+    EXPECT_EQ(retired_blocks(), 0);
+}
+
 TEST_F(Threads, NotesMoveTheSoundWhileTheStoreIsEdited) {
     float largest = 0.0f;
-    std::atomic<int> moves = 0;
-    std::atomic<bool> over = false;
     printed([&] {
         AudioThread audio;
-        std::thread midi_thread([&] {
-            for (int n = 0; !over; ++n) {
-                poke(wgen.time, 0.01f * static_cast<float>(n % 200));
-                if (n == 0) {
-                    pplay(0, 1);
-                } else {
-                    mmotion();
-                }
-                ++moves;
-            }
-        });
-        for (int turn = 0; turn < 200 || moves < 100 || audio.rendered() < 50; ++turn) {
+        MidiThread midi_thread;
+        for (int turn = 0; turn < 200 || midi_thread.moved() < 100 || audio.rendered() < 50;
+             ++turn) {
+            const StoreEdit edit;
             take_out_slot(turn % partials, false);
             --partials;
             grow_slots(1);
@@ -135,11 +232,8 @@ TEST_F(Threads, NotesMoveTheSoundWhileTheStoreIsEdited) {
             recompute_times();
             recompute_all_pitch();
             recompute_logfreq();
-            publish_store();
             std::this_thread::yield();
         }
-        over = true;
-        midi_thread.join();
         largest = audio.largest();
     });
     EXPECT_LE(largest, most);

@@ -94,6 +94,112 @@ TEST_F(Published, RetiringNothingWithdrawsNothing) {
     EXPECT_TRUE(store_is_published());
 }
 
+const PublishedStore *shown() {
+    return StoreReader().store();
+}
+
+TEST_F(Published, AnEditWithdrawsTheStoreAndShowsItAgain) {
+    fill_store(small_content());
+    const PublishedStore *before = shown();
+    {
+        const StoreEdit outer;
+        EXPECT_EQ(shown(), nullptr);
+        {
+            const StoreEdit inner;
+            EXPECT_EQ(shown(), nullptr);
+        }
+        EXPECT_EQ(shown(), nullptr);
+        parray[0][0].freq = 1.0f;
+    }
+    EXPECT_EQ(shown(), before) << "its structure is the same";
+    EXPECT_EQ(shown()->partials[0].points[0].freq, 1.0f);
+}
+
+TEST_F(Published, AnEditOfTheStructureShowsTheNewOne) {
+    fill_store(small_content());
+    {
+        const StoreEdit edit;
+        resize_partial(1, 7);
+    }
+    EXPECT_EQ(shown()->partials[1].points, parray[1]);
+    EXPECT_EQ(shown()->partials[1].count, 7);
+    {
+        const StoreEdit edit;
+        --npoints[1];
+    }
+    EXPECT_EQ(shown()->partials[1].count, 6);
+    {
+        const StoreEdit edit;
+        grow_slots(1);
+        parray[partials] = clone_points(parray[0], npoints[0]);
+        npoints[partials] = npoints[0];
+        ++partials;
+    }
+    EXPECT_EQ(shown()->count, 5);
+    withdraw_store();
+    EXPECT_EQ(retired_blocks(), 0);
+}
+
+TEST_F(Published, AnEditOfWhatIsNotShownShowsNothing) {
+    fill_store(small_content());
+    withdraw_store();
+    { const StoreEdit edit; }
+    EXPECT_EQ(shown(), nullptr);
+}
+
+TEST_F(Published, AnEditLendsTheStoreWhileItAsks) {
+    fill_store(small_content());
+    const StoreEdit edit;
+    {
+        const StoreEditPause pause;
+        EXPECT_NE(shown(), nullptr);
+    }
+    EXPECT_EQ(shown(), nullptr);
+    resize_partial(0, 9);
+    {
+        const StoreEditPause pause;
+        EXPECT_EQ(shown(), nullptr) << "half an edit";
+    }
+}
+
+TEST_F(Published, APauseWithoutAnEditDoesNothing) {
+    fill_store(small_content());
+    {
+        const StoreEditPause pause;
+        EXPECT_TRUE(store_is_published());
+    }
+    EXPECT_TRUE(store_is_published());
+}
+
+TEST_F(Published, AnEditWaitsForReaders) {
+    fill_store(small_content());
+    std::atomic<bool> inside = false;
+    std::atomic<bool> left = false;
+    std::thread other([&] {
+        const StoreReader reader;
+        inside = true;
+        for (int n = 0; n < 1000; ++n) {
+            std::this_thread::yield();
+        }
+        left = true;
+    });
+    while (!inside) {
+        std::this_thread::yield();
+    }
+    {
+        const StoreEdit edit;
+        EXPECT_TRUE(left);
+    }
+    other.join();
+}
+
+TEST_F(Published, AReaderThatStaysIsNotWaitedForForEver) {
+    fill_store(small_content());
+    const StoreReader reader;
+    const StoreEdit edit;
+    EXPECT_EQ(StoreReader().store(), nullptr);
+}
+
 /// Partials of a few points each, all over the same second.
 std::vector<Partial> many_partials() {
     std::vector<Partial> content;

@@ -57,6 +57,7 @@ const RankRow rank_table[] = {
     {"store/phase", state},
     {"store/phase_kernels", state},
     {"store/progress", state},
+    {"store/published", state},
     {"store/console", state},
     {"store/misc", state},
     // Thinning the store reallocates it.
