@@ -1,6 +1,7 @@
 #include "live/ag.h"
 
 #include "live/audio_unit.h"
+#include "live/midi.h"
 #include "live/pieces.h"
 #include "live/shared.h"
 #include "synth/sound.h"
@@ -113,6 +114,7 @@ void AdditiveRenderProc1(void *context, uint32_t frames, float *out) {
 
 void cleanupAudioMIDI() {
     close_output_unit(&fplayer.unit);
+    disposeNFMIDI(&wgen);
     close_output_unit(&gen.unit);
     close_output_unit(&wgen.unit);
     close_output_unit(&zgen.unit);

@@ -25,7 +25,9 @@ void await_release(const int32_t &state);
 template <typename Generator> void halt_generator(Generator &generator) {
     poke(generator.state, 3);
     pause_for(release_pause);
-    await_release(generator.state);
+    if (peek(generator.playing) != 0) {
+        await_release(generator.state);
+    }
     AudioOutputUnitStop(generator.unit);
     poke(generator.playing, uint8_t{0});
 }
