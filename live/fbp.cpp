@@ -189,6 +189,7 @@ bool finish(FloatPlayer &record, const Block &block) {
     case ending:
         return finish_fade_out(record, block);
     default:
+        exchange(totalfFrames, block.entry_count, block.count);
         return false;
     }
 }

@@ -22,8 +22,9 @@ constexpr float stopped_N = 1000.0f;
 /// The moment under a pixel column, in seconds.
 float moment_under(int32_t x) {
     poke(square[0], x);
-    poke(tfsquare[0], scene_offset(x, 0.0).t);
-    return (sndlen - sndstart) * tfsquare[0] + sndstart;
+    const float fraction = scene_offset(x, 0.0).t;
+    poke(tfsquare[0], fraction);
+    return (sndlen - sndstart) * fraction + sndstart;
 }
 
 float sound_length() {

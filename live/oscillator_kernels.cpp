@@ -180,16 +180,44 @@ void AdvanceSilently(const OscillatorBlock &block, int32_t i, uint32_t frames) {
         block.phase[i] += static_cast<int32_t>(frames) * whole_hertz(block.freq[i]);
         return;
     }
-    for (uint32_t n = 0; n < frames; ++n) {
+    uint32_t n = 0;
+    if (Steady(block, i, frames)) {
+        const Floats d;
+        const Ints di;
+        const Vector freq = hn::Set(d, block.freq[i]), df = hn::Set(d, block.df[i]);
+        Vector k = hn::Iota(d, 0.0f);
+        IntVector steps = hn::Zero(di);
+        for (; n + width <= frames; n += static_cast<uint32_t>(width)) {
+            steps = hn::Add(steps, hn::ConvertTo(di, hn::Add(hn::Mul(df, k), freq)));
+            k = hn::Add(k, hn::Set(d, static_cast<float>(width)));
+        }
+        block.phase[i] += hn::GetLane(hn::SumOfLanes(di, steps));
+    }
+    for (; n < frames; ++n) {
         block.phase[i] += whole_hertz(block.df[i] * static_cast<float>(n) + block.freq[i]);
     }
 }
 
+/// Whether groups are worth their trouble: they cost as much as a few oscillators one by one,
+/// and those that are not steady gain nothing.
+bool WorthVectors(const OscillatorBlock &block, uint32_t frames) {
+    constexpr int32_t few = 6;
+    if (frames == 0 || block.count < few) {
+        return false;
+    }
+    int32_t wild = 0;
+    for (int32_t i = 0; i < block.count; ++i) {
+        wild += Steady(block, i, frames) ? 0 : 1;
+    }
+    return wild <= block.count / 8;
+}
+
 void SumBlock(const OscillatorBlock &block, uint32_t frames, float *sum) {
-    std::fill_n(sum, frames, 0.0f);
-    if (frames == 0) {
+    if (!WorthVectors(block, frames)) {
+        sum_block_plain(block, frames, sum);
         return;
     }
+    std::fill_n(sum, frames, 0.0f);
     Lanes lanes;
     Clear(lanes);
     for (int32_t i = 0; i < block.count; ++i) {

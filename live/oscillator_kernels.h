@@ -2,7 +2,7 @@
 // vectors the processor has, with the bits of the plain form.
 #pragma once
 
-#include "live/oscillators.h"
+#include "live/oscillator_block.h"
 
 /// True when the processor has vectors that the kernels were built for.
 bool oscillators_have_vectors();

@@ -75,10 +75,12 @@ void qplay(int32_t *x0, int32_t *x1) {
     if (dbp) {
         std::printf("live_gain = %f\n", peek(live_gain));
     }
-    poke(tfsquare[0], scene_offset(*x0, 0.0).t);
-    poke(tfsquare[1], scene_offset(*x1, 0.0).t);
-    const float start = moment_of(tfsquare[0]);
-    const float end = moment_of(tfsquare[1]);
+    const float from = scene_offset(*x0, 0.0).t;
+    const float to = scene_offset(*x1, 0.0).t;
+    poke(tfsquare[0], from);
+    poke(tfsquare[1], to);
+    const float start = moment_of(from);
+    const float end = moment_of(to);
     poke(zgen.time, start);
     poke(zgen.endtime, sndlen < end ? sndlen : end);
     std::printf("->start_time: %fs\tend_time: %fs\n", start, peek(zgen.endtime));

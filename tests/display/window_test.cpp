@@ -5,8 +5,10 @@
 #include "display/view.h"
 #include "interact/selection.h"
 #include "live/agnf.h"
+#include "live/fbp.h"
 #include "live/gestures.h"
 #include "live/live.h"
+#include "live/mixer.h"
 #include "store/settings.h"
 #include "synth/sound.h"
 #include "tests/support/audio_double.h"
@@ -141,9 +143,9 @@ TEST_F(WindowTest, SparesOfTheSummariesAreCleared) {
 }
 
 TEST_F(WindowTest, LivePlayHasItsStartValues) {
-    const auto player = play_rendered;
-    AudioDouble output;
-    output.rate = 48000.0;
+    AudioDouble audio;
+    audio.rate = 48000.0;
+    int32_t (*const kept)(float, int64_t) = play_rendered;
     STOP = 1;
     method = 3;
     live_gain = 0.9f;
@@ -153,16 +155,18 @@ TEST_F(WindowTest, LivePlayHasItsStartValues) {
     EXPECT_EQ(method, 0);
     EXPECT_EQ(live_gain, 0.2f);
     EXPECT_EQ(wgen.midi_started, 0);
+    EXPECT_EQ(play_rendered, fbplay1);
     // The table follows the rate, which the units tell.
     EXPECT_EQ(R, 48000.0);
     EXPECT_EQ(Sin[12000], 1.0f);
-    ASSERT_EQ(output.units.size(), 3u);
-    EXPECT_EQ(output.units[0].callback.context, &wgen);
-    EXPECT_EQ(output.units[1].callback.context, &zgen);
-    EXPECT_EQ(output.units[2].callback.context, &fplayer);
+    ASSERT_EQ(audio.units.size(), 3u);
+    EXPECT_EQ(audio.units[0].callback.context, &wgen);
+    EXPECT_EQ(audio.units[1].callback.context, &zgen);
+    EXPECT_EQ(audio.units[2].callback.context, &fplayer);
     wgen.unit = zgen.unit = fplayer.unit = nullptr;
     R = 44100.0;
-    play_rendered = player;
+    play_rendered = kept;
+    use_driver(nullptr);
 }
 
 TEST_F(WindowTest, TheFirstMotionIsAScrubs) {

@@ -26,6 +26,9 @@ constexpr char end_of_file_key = 4; // Ctrl+D
         setenv("DISPLAY", launch.display.c_str(), 1);
     }
     unsetenv("WAYLAND_DISPLAY");
+    // No sound server but one that the test has named.
+    setenv("PULSE_SERVER", "unix:/nowhere", 0);
+    setenv("JACK_DEFAULT_SERVER", "quillgrove_none", 0);
     std::vector<std::string> command = {QUILLGROVE_PROGRAM};
     command.insert(command.end(), launch.arguments.begin(), launch.arguments.end());
     execute(command);

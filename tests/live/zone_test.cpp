@@ -179,8 +179,6 @@ TEST_F(Zones, AnEndInDebugMode) {
     EXPECT_TRUE(text.starts_with("TIME:\t0.250000\nq")) << text;
     EXPECT_TRUE(text.ends_with("  Synthesis completed, zgAU stopped\n  zgen.endtime = 0.280000\n"))
         << text;
-    serve_requests();
-    dbp = 1;
     zgen.time = 5.0f;
     EXPECT_EQ(printed(qmotion), "q") << "outside the sound";
 }

@@ -1,0 +1,150 @@
+#include "tests/e2e/sound_server.h"
+
+#include "tests/e2e/process.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <fstream>
+#include <iterator>
+#include <unistd.h>
+
+namespace {
+
+constexpr Duration patience(15000);
+constexpr Duration tail(300); // until the last sound has been recorded
+
+/// Starts a command with nothing to say.
+pid_t begin(const std::vector<std::string> &command, const std::string &home) {
+    const pid_t parent = getpid();
+    const pid_t child = fork();
+    if (child == 0) {
+        die_with_parent(parent, SIGKILL);
+        const int nothing = open("/dev/null", O_RDWR);
+        for (const int end : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            dup2(nothing, end);
+        }
+        if (!home.empty()) {
+            setenv("HOME", home.c_str(), 1);
+            setenv("XDG_RUNTIME_DIR", home.c_str(), 1);
+        }
+        execute(command);
+    }
+    return child;
+}
+
+void end_at(pid_t &process, int signal) {
+    if (process > 0) {
+        end_process(process, signal);
+        process = -1;
+    }
+}
+
+/// All that a shell command writes.
+std::string output_of(const std::string &command) {
+    std::string text;
+    if (FILE *from = popen(command.c_str(), "r")) {
+        char bytes[4096];
+        while (const size_t count = fread(bytes, 1, sizeof bytes, from)) {
+            text.append(bytes, count);
+        }
+        pclose(from);
+    }
+    return text;
+}
+
+std::string content_of(const std::string &file) {
+    std::ifstream from(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(from), {}};
+}
+
+std::vector<float> floats_of(const std::string &bytes) {
+    std::vector<float> samples(bytes.size() / sizeof(float));
+    std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(float));
+    return samples;
+}
+
+} // namespace
+
+PulseServer::PulseServer(const std::string &folder) : socket(folder + "/pulse") {
+    setenv("PULSE_SERVER", ("unix:" + socket).c_str(), 1);
+    server = begin({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                    "--load=module-native-protocol-unix auth-anonymous=1 socket=" + socket,
+                    "--load=module-null-sink sink_name=nullout norewinds=1"},
+                   folder);
+}
+
+PulseServer::~PulseServer() {
+    end_at(server, SIGTERM);
+    unsetenv("PULSE_SERVER");
+}
+
+bool PulseServer::ready() const {
+    return wait_until(patience, [] { return run_command({"pactl", "info"}, "") == 0; });
+}
+
+void PulseServer::crash() {
+    end_at(server, SIGKILL);
+}
+
+JackServer::JackServer(int frames) {
+    setenv("JACK_DEFAULT_SERVER", ("quillgrove" + std::to_string(getpid())).c_str(), 1);
+    setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
+    server = begin({"jackd", "--no-realtime", "-n", getenv("JACK_DEFAULT_SERVER"), "-d", "dummy",
+                    "-r", "48000", "-p", std::to_string(frames)},
+                   "");
+}
+
+JackServer::~JackServer() {
+    end_at(server, SIGTERM);
+    unsetenv("JACK_DEFAULT_SERVER");
+}
+
+bool JackServer::ready() const {
+    return wait_until(patience, [] {
+        return output_of("jack_lsp 2>/dev/null").find("system:playback_2") != std::string::npos;
+    });
+}
+
+void JackServer::crash() {
+    end_at(server, SIGKILL);
+}
+
+bool JackServer::connected() const {
+    return wait_until(patience, [] {
+        const std::string ports = output_of("jack_lsp -c 2>/dev/null");
+        return ports.find("outport 1\n") != std::string::npos &&
+               ports.find("   Quillgrove:outport 0") != std::string::npos;
+    });
+}
+
+Recording::Recording(const std::string &folder) : file(folder + "/recording.raw") {
+    recorder = begin({"parec", "-d", "nullout.monitor", "--format=float32le", "--rate=44100",
+                      "--channels=1", "--latency-msec=20", "--raw", file},
+                     folder);
+    wait_until(patience, [this] { return content_of(file).size() > 4096; });
+}
+
+Recording::~Recording() {
+    end_at(recorder, SIGKILL);
+}
+
+std::vector<float> Recording::finish() {
+    pause_for(tail);
+    end_at(recorder, SIGINT);
+    return floats_of(content_of(file));
+}
+
+double measured(const std::vector<float> &samples, const std::string &what,
+                const std::string &folder) {
+    const std::string raw = folder + "/measured.raw";
+    std::ofstream(raw, std::ios::binary)
+        .write(reinterpret_cast<const char *>(samples.data()),
+               static_cast<std::streamsize>(samples.size() * sizeof(float)));
+    const std::string said =
+        output_of("sox -t raw -e floating-point -b 32 -c 1 -r 44100 '" + raw + "' -n stat 2>&1");
+    const size_t at = said.find(what + ":");
+    return at != std::string::npos ? std::atof(said.c_str() + at + what.size() + 1) : -1.0;
+}

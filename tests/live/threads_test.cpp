@@ -1,0 +1,150 @@
+// Window, MIDI and audio thread at once, each at its own work: nothing for the thread sanitizer
+// to say, and no sample beyond what the partials can give.
+#include "live/agnf.h"
+#include "live/gestures.h"
+#include "live/pause.h"
+#include "live/requests.h"
+#include "live/shared.h"
+#include "live/zone.h"
+#include "store/published.h"
+#include "store/recompute.h"
+#include "store/slots.h"
+#include "tests/support/console.h"
+#include "tests/support/live_play.h"
+
+#include <atomic>
+#include <cmath>
+#include <thread>
+
+namespace {
+
+/// Partials over the same two seconds.
+std::vector<Partial> chord(int count) {
+    std::vector<Partial> content;
+    for (int i = 0; i < count; ++i) {
+        const float freq = 100.0f + 37.0f * static_cast<float>(i);
+        content.push_back({{0.0f, freq, -20.0f}, {1.0f, freq, -10.0f}, {2.0f, freq, -20.0f}});
+    }
+    return content;
+}
+
+constexpr int partial_count = 20;
+
+/// Renders blocks of both generators until told to end; the largest sample.
+class AudioThread {
+  public:
+    AudioThread() : thread([this] { render(); }) {}
+    ~AudioThread() {
+        over = true;
+        thread.join();
+    }
+    int rendered() const {
+        return blocks;
+    }
+    float largest() const {
+        return peak;
+    }
+
+  private:
+    void render() {
+        std::vector<float> out(512);
+        while (!over) {
+            AdditiveNFRenderProc(&wgen, 512, out.data());
+            note(out);
+            AdditiveNFRenderProc1(&zgen, 512, out.data());
+            note(out);
+            ++blocks;
+        }
+    }
+    void note(const std::vector<float> &out) {
+        for (const float each : out) {
+            peak = std::max(peak.load(), std::fabs(each));
+        }
+    }
+
+    std::atomic<bool> over = false;
+    std::atomic<int> blocks = 0;
+    std::atomic<float> peak = 0.0f;
+    std::thread thread;
+};
+
+class Threads : public LivePlayTest {
+  protected:
+    void SetUp() override {
+        LivePlayTest::SetUp();
+        pause_for = [](uint32_t) { std::this_thread::yield(); };
+        fill_store(chord(partial_count));
+        open_edit_view();
+    }
+
+    /// As loud as all partials together at their loudest.
+    static constexpr float most = 0.2f * 0.3163f * partial_count;
+};
+
+TEST_F(Threads, ScrubsAndZonesWhileTheSoundRuns) {
+    float largest = 0.0f;
+    printed([&largest] {
+        AudioThread audio;
+        for (int turn = 0; turn < 300 || audio.rendered() < 100; ++turn) {
+            const int x = pixel_x(0.1 + 0.8 * (turn % 50) / 50.0);
+            mouse_down(GLUT_MIDDLE_BUTTON, x, 50, GLUT_ACTIVE_ALT);
+            mouse_move(x + 5, 50);
+            mouse_up(GLUT_MIDDLE_BUTTON, x + 5, 50, GLUT_ACTIVE_ALT);
+            const float start = 0.02f * static_cast<float>(turn % 50);
+            poke(zgen.starttime, start);
+            poke(zgen.time, start);
+            poke(zgen.endtime, start + 0.05f);
+            tqplay(&zgen.starttime, &zgen.endtime);
+            for (int n = 0; n < 5; ++n) {
+                qmotion();
+            }
+            serve_requests();
+        }
+        zstop();
+        largest = audio.largest();
+    });
+    EXPECT_GT(largest, 0.0f);
+    EXPECT_LE(largest, most);
+}
+
+TEST_F(Threads, NotesMoveTheSoundWhileTheStoreIsEdited) {
+    float largest = 0.0f;
+    std::atomic<int> moves = 0;
+    std::atomic<bool> over = false;
+    printed([&] {
+        AudioThread audio;
+        std::thread midi_thread([&] {
+            for (int n = 0; !over; ++n) {
+                poke(wgen.time, 0.01f * static_cast<float>(n % 200));
+                if (n == 0) {
+                    pplay(0, 1);
+                } else {
+                    mmotion();
+                }
+                ++moves;
+            }
+        });
+        for (int turn = 0; turn < 200 || moves < 100 || audio.rendered() < 50; ++turn) {
+            take_out_slot(turn % partials, false);
+            --partials;
+            grow_slots(1);
+            parray[partials] = clone_points(parray[0], npoints[0]);
+            npoints[partials] = npoints[0];
+            ++partials;
+            cover_by_peval();
+            recompute_times();
+            recompute_all_pitch();
+            recompute_logfreq();
+            publish_store();
+            std::this_thread::yield();
+        }
+        over = true;
+        midi_thread.join();
+        largest = audio.largest();
+    });
+    EXPECT_LE(largest, most);
+    withdraw_store();
+    EXPECT_EQ(retired_blocks(), 0);
+}
+
+} // namespace
