@@ -121,6 +121,13 @@ void maindisplay() {
     glutSwapBuffers();
 }
 
+void arm_repaint_timer() {
+    if (tCallbackReg != 1) {
+        glutTimerFunc(repaint_interval, timerCB, static_cast<int>(repaint_interval));
+        tCallbackReg = 1;
+    }
+}
+
 void timerCB(int) {
     if (peek(midi) != 0) {
         glutPostRedisplay();

@@ -28,6 +28,9 @@ void refresh_reference_points();
 /// Sets ptsize from the window's size in pixels and the zoom.
 void apply_point_size_law(int width, int height);
 
+/// Arms the repaint timer, unless it is armed already.
+void arm_repaint_timer();
+
 /// GLUT timer callback: repaints ten times a second while MIDI is on.
 void timerCB(int value);
 

@@ -47,6 +47,9 @@ bool require_selection_or_redisplay();
 bool require_selection_plainly();
 bool require_selection_for_export();
 
+/// Requirement of playing the selection, from the menu as from the keyboard: a sweep.
+bool require_sweep_to_play();
+
 // Finishes.
 void finish_refresh();
 void finish_refresh_without_phase();

@@ -1,33 +1,15 @@
 #include "interact/command.h"
 
-#include "display/view.h"
 #include "edit/pick.h"
 #include "interact/select.h"
-#include "interact/selection.h"
-#include "store/settings.h"
 
 #include <cstdio>
 
 namespace {
 
-/// Runs a selection operation that tests the mode by itself, without a word.
+/// Runs an operation that needs nothing asked of the user.
 template <void (*operation)()> bool silently(int) {
     operation();
-    return true;
-}
-
-bool everything(int) {
-    std::puts("Select All");
-    select_all();
-    sweepSelect = 1;
-    return true;
-}
-
-bool nothing(int) {
-    select_none();
-    sweepSelect = 0;
-    method = 0;
-    gShowMethod = 0;
     return true;
 }
 
@@ -44,12 +26,13 @@ const Command rows[] = {
     {6, false, "Select: Right\t ", nullptr, nullptr, silently<select_right>, finish_redisplay},
     {7, false, "Select: Partial(s)\t ", nullptr, nullptr, silently<select_partials>,
      finish_redisplay},
-    {8, false, "Select: All\t ", wrong_mode, nullptr, everything, finish_redisplay},
+    {8, false, "Select: All\t ", wrong_mode, nullptr, silently<select_everything>,
+     finish_redisplay},
     {9, false, "Select: Partial Inverted\t ", nullptr, nullptr, silently<select_p_inverted>,
      finish_redisplay},
     {10, false, "Select: All Inverted\t ", nullptr, nullptr, silently<select_inverted>,
      finish_redisplay},
-    {30, false, "Select: None     ", nullptr, nullptr, nothing, finish_redisplay},
+    {30, false, "Select: None     ", nullptr, nullptr, silently<drop_selection>, finish_redisplay},
     {101, false, "", wrong_mode, nullptr, pick_dialogue, finish_redisplay},
 };
 

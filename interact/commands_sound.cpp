@@ -117,8 +117,7 @@ bool play_all(int) {
 }
 
 bool play_selected(int) {
-    if (sweepSelect == 0) {
-        std::puts("Invalid Selection Mode for: Play Selected");
+    if (!require_sweep_to_play()) {
         return false;
     }
     say("Play select partials: ");
@@ -153,6 +152,14 @@ const Command rows[] = {
 };
 
 } // namespace
+
+bool require_sweep_to_play() {
+    if (sweepSelect == 0) {
+        std::puts("Invalid Selection Mode for: Play Selected");
+        return false;
+    }
+    return true;
+}
 
 std::span<const Command> sound_commands() {
     return rows;

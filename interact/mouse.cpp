@@ -1,6 +1,7 @@
 #include "interact/mouse.h"
 
 #include "display/view.h"
+#include "interact/drags.h"
 #include "interact/find.h"
 #include "interact/modifiers.h"
 #include "interact/selection.h"
@@ -81,24 +82,17 @@ void press_scrub(int x, int) {
     glutPostRedisplay();
 }
 
-/// Editing drags join here with their own commands.
-void press_unbuilt(int, int) {
-    drag_view(nullptr);
-    dragging = 0;
-    wip();
+void press_drag_selected(int, int) {
+    drag_view(partialsTranslate);
 }
 
-void press_nothing_found(int, int) {
+/// With nothing found the motion callback stays as it was.
+void press_drag_found(int, int) {
+    if (foundSubscriptions.count > 0) {
+        glutMotionFunc(breakpointsTranslate);
+    }
     selecting = 0;
     dragging = 0;
-}
-
-void press_point(int x, int y) {
-    if (foundSubscriptions.count > 0) {
-        press_unbuilt(x, y);
-    } else {
-        press_nothing_found(x, y);
-    }
 }
 
 void press_middle_plain(int, int) {
@@ -114,11 +108,11 @@ const PressRow press_rows[] = {
     {GLUT_LEFT_BUTTON, alt, in_perspective, press_rotate},
     {GLUT_LEFT_BUTTON, alt, always, press_deselect},
     {GLUT_LEFT_BUTTON, no_modifier_row, always, press_sweep},
-    {GLUT_MIDDLE_BUTTON, shift, always, press_unbuilt},
+    {GLUT_MIDDLE_BUTTON, shift, always, press_drag_selected},
     {GLUT_MIDDLE_BUTTON, ctrl, always, press_scale_partials},
     {GLUT_MIDDLE_BUTTON, alt, in_edit_view, press_scrub},
     {GLUT_MIDDLE_BUTTON, alt, always, press_ignored},
-    {GLUT_MIDDLE_BUTTON, no_modifier_row, in_edit_view, press_point},
+    {GLUT_MIDDLE_BUTTON, no_modifier_row, in_edit_view, press_drag_found},
     {GLUT_MIDDLE_BUTTON, no_modifier_row, always, press_middle_plain},
 };
 

@@ -4,9 +4,11 @@
 #include "interact/clear.h"
 #include "interact/selection.h"
 #include "store/misc.h"
+#include "store/settings.h"
 #include "store/store.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -53,6 +55,10 @@ void flip(int32_t i) {
 
 bool soft_mode() {
     return bps != 0 || flat != 0;
+}
+
+bool edit_mode() {
+    return bps != 0 && flat != 0;
 }
 
 void select_left() {
@@ -118,7 +124,7 @@ void select_partials() {
 }
 
 void select_all() {
-    if (flat == 0 || bps == 0) {
+    if (!edit_mode()) {
         return;
     }
     for (int32_t i = 0; i < partials; ++i) {
@@ -163,6 +169,19 @@ void deselect_group() {
 
 void select_none() {
     deselect_all();
+}
+
+void select_everything() {
+    std::puts("Select All");
+    select_all();
+    sweepSelect = 1;
+}
+
+void drop_selection() {
+    select_none();
+    sweepSelect = 0;
+    method = 0;
+    gShowMethod = 0;
 }
 
 void oneMoreL() {

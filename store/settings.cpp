@@ -16,6 +16,7 @@ char *title = nullptr;
 float floorAmp = -90.0f;
 float increment = 0.0f;
 int32_t method = 0;
+int32_t gLastKey = 32;
 
 void reset_settings() {
     verbose = 0;
@@ -24,5 +25,6 @@ void reset_settings() {
     floorAmp = -90.0f;
     increment = 0.0f;
     method = 0;
+    gLastKey = 32;
     std::memset(afname, 0, sizeof afname);
 }

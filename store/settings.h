@@ -1,5 +1,6 @@
 // store/settings.h -- what the command line and the machine say: debug switches, names,
-// processor counts. Written once at start-up; the keyboard changes method and floorAmp.
+// processor counts. Written once at start-up; the keyboard changes verbose
+// and the last group.
 #pragma once
 
 #include <cstdint>
@@ -31,9 +32,10 @@ extern const ArchInfo *thisarchinfo;
 extern char *title; // the window title, 256 characters on the heap
 
 // Changed by keys.
-extern float floorAmp;  // dB, threshold of the compress and expand keys
-extern float increment; // dB, amplitude step of the keys
-extern int32_t method;  // the last relative gesture, shown by the text layer
+extern float floorAmp;   // dB, threshold of the compress and expand keys
+extern float increment;  // dB, amplitude step of the keys
+extern int32_t method;   // the last relative gesture, shown by the text layer
+extern int32_t gLastKey; // the last character or special key; nothing reads it
 
 /// Start values of the settings.
 void reset_settings();

@@ -3,6 +3,7 @@
 #include "display/scene.h"
 #include "display/view.h"
 #include "interact/clear.h"
+#include "interact/keys.h"
 #include "interact/menu.h"
 #include "interact/mouse.h"
 #include "interact/selection.h"
@@ -68,6 +69,8 @@ void register_callbacks() {
     initialize();
     glutReshapeFunc(reshape);
     glutDisplayFunc(maindisplay);
+    glutKeyboardFunc(key);
+    glutSpecialFunc(special);
     glutMouseFunc(mouse);
     glutMotionFunc(pmotion);
     tCallbackReg = 0;

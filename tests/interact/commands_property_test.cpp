@@ -1,11 +1,15 @@
 // Random menu commands with random replies on small random stores, with random selections, stale
-// found points, view flags, selection operations and mouse events in between: the store stays
-// whole after every one of them. QUILLGROVE_RANDOM_COMMANDS asks for another number of commands.
+// found points, view flags, selection operations, mouse events and key strokes in between: the
+// store stays whole after every one of them. QUILLGROVE_RANDOM_COMMANDS asks for another number of
+// commands.
 #include "interact/menu.h"
 
 #include "display/view.h"
 #include "interact/choose.h"
+#include "interact/keys.h"
 #include "interact/select.h"
+#include "interact/shell.h"
+#include "live/live.h"
 #include "store/settings.h"
 #include "tests/interact/menu_support.h"
 #include "tests/support/console.h"
@@ -50,6 +54,18 @@ void (*const selection_operations[])() = {
 
 class RandomCommands : public MenuTest {
   protected:
+    void SetUp() override {
+        MenuTest::SetUp();
+        run_command_line = [](const char *) { return 0; };
+    }
+    void TearDown() override {
+        run_command_line = std::system;
+        zgen = wgen = {};
+        fplayer = {};
+        live_gain = 0.2f;
+        MenuTest::TearDown();
+    }
+
     std::mt19937 random;
     std::string log;  // what happened to this store
     bool tame = true; // every reply so far was a finite number of moderate size, or no number
@@ -77,6 +93,7 @@ class RandomCommands : public MenuTest {
     void random_found();
     void random_view();
     void random_mouse();
+    void random_strokes();
     void random_event();
 
     std::string random_word();
@@ -187,8 +204,29 @@ void RandomCommands::random_mouse() {
     note("mouse " + std::to_string(button) + " with " + std::to_string(modifiers));
 }
 
+/// A few strokes of any key, an arrow among two.
+void RandomCommands::random_strokes() {
+    gl_double::Recorder &r = gl_double::recorder();
+    for (int32_t strokes = 1 + below(6); strokes > 0; --strokes) {
+        r.modifiers = below(8);
+        const bool arrow = one_in(2);
+        const int code = arrow ? GLUT_KEY_LEFT + below(4) : below(256);
+        conversation(any_of(tame_words), [=] {
+            if (arrow) {
+                special(code, 0, 0);
+            } else {
+                key(static_cast<unsigned char>(code), 0, 0);
+            }
+        });
+        note((arrow ? "arrow " : "key ") + std::to_string(code) + " with " +
+             std::to_string(r.modifiers));
+    }
+    r.timers.clear();
+    check_store();
+}
+
 void RandomCommands::random_event() {
-    switch (below(8)) {
+    switch (below(10)) {
     case 0:
         random_flags();
         break;
@@ -205,7 +243,11 @@ void RandomCommands::random_event() {
     case 5:
         printed([] { frame(); });
         break;
-    case 6: {
+    case 6:
+    case 7:
+        random_strokes();
+        break;
+    case 8: {
         const size_t which =
             static_cast<size_t>(below(static_cast<int32_t>(std::size(selection_operations))));
         selection_operations[which]();

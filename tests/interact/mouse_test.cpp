@@ -4,6 +4,7 @@
 
 #include "display/view.h"
 #include "interact/clear.h"
+#include "interact/drags.h"
 #include "interact/selection.h"
 #include "interact/unproject.h"
 #include "interact/view_drags.h"
@@ -66,7 +67,8 @@ const PressRow press_rows[] = {
     {"LeftShiftNumLock", left, shift | num_lock, 1, 1, mouseTranslate, 0, 1, ""},
     {"LeftCtrlNumLock", left, ctrl | num_lock, 1, 1, mouseScale, 0, 1, ""},
     {"LeftAltNumLockPerspective", left, alt | num_lock, 0, 1, mouseRot, 0, 1, ""},
-    {"MiddleShift", middle, shift, 1, 1, nullptr, 0, 0, unbuilt},
+    {"MiddleShift", middle, shift, 1, 1, partialsTranslate, 0, 1, ""},
+    {"MiddleShiftPerspective", middle, shift, 0, 0, partialsTranslate, 0, 1, ""},
     {"MiddleCtrl", middle, ctrl, 1, 1, partialsScale, 0, 1, "//\n"},
     {"MiddleCtrlPerspective", middle, ctrl, 0, 0, partialsScale, 0, 1, "//\n"},
     {"MiddleAltFlatNoBreakpoints", middle, alt, 1, 0, earlier_motion, 1, 1, ""},
@@ -144,7 +146,8 @@ INSTANTIATE_TEST_SUITE_P(Presses, PressTable, testing::ValuesIn(press_rows),
 TEST_F(MouseTest, MiddlePlainWithAFoundPointTakesADrag) {
     foundSubscriptions = {0, 1, -1, -1, 1};
     selecting = dragging = 1;
-    EXPECT_EQ(printed([] { mouse_down(middle, 40, 50); }), unbuilt);
+    EXPECT_EQ(printed([] { mouse_down(middle, 40, 50); }), "");
+    EXPECT_EQ(motion(), breakpointsTranslate);
     EXPECT_EQ(selecting, 0);
     EXPECT_EQ(dragging, 0);
 }

@@ -1,0 +1,38 @@
+#include "interact/drag_step.h"
+
+#include "display/view.h"
+#include "interact/selection.h"
+#include "interact/unproject.h"
+#include "store/store.h"
+
+#include <GL/freeglut.h>
+
+namespace {
+
+constexpr double lag = 1.011; // lets a point stay slightly behind the pointer
+
+/// By the end time, not the duration, which adds to the lag.
+double lagging_time(float position) {
+    return (position * sndlen + sndstart) / lag;
+}
+
+} // namespace
+
+bool drag_acts() {
+    return bps != 0 && flat != 0;
+}
+
+DragStep begin_drag_step(int x, int y) {
+    square[1] = x;
+    square[3] = y;
+    transformInput();
+    const double dt = lagging_time(tfsquare[1]) - lagging_time(tfsquare[0]);
+    return {static_cast<float>(dt), maxfreq * tfsquare[3] - maxfreq * tfsquare[2]};
+}
+
+void end_drag_step(int x, int y) {
+    square[0] = x;
+    square[2] = y;
+    ++input_events;
+    glutPostRedisplay();
+}
