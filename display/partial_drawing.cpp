@@ -91,7 +91,7 @@ void draw_marks(const float *pointer) {
         glEnd();
     }
     if (selecting == 1) {
-        draw_rectangle(tfsquare);
+        draw_rectangle(swept_square().data());
     }
     if (peek(zgen.state) == 2) {
         draw_rectangle(ztfsquare);

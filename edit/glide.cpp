@@ -2,6 +2,7 @@
 
 #include "edit/shifts.h"
 
+#include "live/shared.h"
 #include "store/recompute.h"
 #include "store/runs.h"
 #include "store/settings.h"
@@ -65,7 +66,7 @@ void apply(const Glide &glide) {
         if (dbp != 0) {
             std::printf("t = %f dur = %f t/dur = %f\n", t, duration, place);
         }
-        point.freq *= std::pow(glide.ratio, place);
+        poke(point.freq, point.freq * std::pow(glide.ratio, place));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "edit/mirror.h"
 
+#include "live/shared.h"
 #include "store/store.h"
 
 #include <cstdio>
@@ -31,7 +32,7 @@ template <typename Image> void replace_selected(Image image) {
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; j < npoints[i]; ++j) {
             if (parray[i][j].selected == 1) {
-                parray[i][j].freq = image(parray[i][j].freq);
+                poke(parray[i][j].freq, image(parray[i][j].freq));
             }
         }
     }

@@ -1,5 +1,6 @@
 #include "edit/retro.h"
 
+#include "live/shared.h"
 #include "store/runs.h"
 #include "store/store.h"
 
@@ -12,12 +13,18 @@ bool starts_selected(int32_t i) {
     return npoints[i] > 0 && parray[i][0].selected == 1;
 }
 
+void exchange_values(float &a, float &b) {
+    const float before = a;
+    poke(a, b);
+    poke(b, before);
+}
+
 void exchange(Breakpoint &a, Breakpoint &b, bool times) {
-    std::swap(a.freq, b.freq);
-    std::swap(a.amp, b.amp);
+    exchange_values(a.freq, b.freq);
+    exchange_values(a.amp, b.amp);
     std::swap(a.logfreq, b.logfreq);
     if (times) {
-        std::swap(a.time, b.time);
+        exchange_values(a.time, b.time);
     }
 }
 
@@ -81,7 +88,7 @@ void reverse() {
     reverse_runs(true);
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; starts_selected(i) && j < npoints[i]; ++j) {
-            parray[i][j].time = 2.0f * tau - parray[i][j].time;
+            poke(parray[i][j].time, 2.0f * tau - parray[i][j].time);
         }
     }
 }

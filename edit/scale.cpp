@@ -1,5 +1,6 @@
 #include "edit/scale.h"
 
+#include "live/shared.h"
 #include "store/misc.h"
 #include "store/store.h"
 
@@ -46,7 +47,7 @@ void stretch_partial(Breakpoint *points, int32_t n, float reft, float stretch) {
     float d = 0.0f;
     if (points[0].selected == 1) {
         d = (points[0].time - reft) * stretch - (points[0].time - reft);
-        points[0].time += d;
+        poke(points[0].time, points[0].time + d);
     }
     points[0].scratch = points[0].time;
     for (int32_t j = 1; j < n; ++j) {
@@ -54,9 +55,9 @@ void stretch_partial(Breakpoint *points, int32_t n, float reft, float stretch) {
         const float t = points[j].time + d;
         points[j].scratch = t;
         if (before.selected == 1) {
-            points[j].time = (t - before.scratch) * stretch + before.time;
+            poke(points[j].time, (t - before.scratch) * stretch + before.time);
         } else {
-            points[j].time = (t + before.time) - before.scratch;
+            poke(points[j].time, (t + before.time) - before.scratch);
         }
     }
 }
@@ -122,7 +123,7 @@ void spread_frequencies(float exponent) {
     all_means<FrequencyMean>();
     for_selected([exponent](Breakpoint &point) {
         const float mean = point.scratch;
-        point.freq = mean * std::pow(point.freq / mean, exponent);
+        poke(point.freq, mean * std::pow(point.freq / mean, exponent));
     });
 }
 
@@ -131,7 +132,7 @@ void compand_levels(float compand) {
     const float factor = std::fabs(compand);
     for_selected([factor](Breakpoint &point) {
         const float mean = point.scratch;
-        point.amp = (point.amp - mean) * factor + mean;
+        poke(point.amp, (point.amp - mean) * factor + mean);
     });
 }
 

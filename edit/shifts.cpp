@@ -1,5 +1,6 @@
 #include "edit/shifts.h"
 
+#include "live/shared.h"
 #include "store/recompute.h"
 #include "store/runs.h"
 #include "store/store.h"
@@ -20,7 +21,7 @@ void fade_in(const SelectedRun &run) {
     Breakpoint *points = parray[run.partial];
     for (int32_t j = run.first; j <= run.last; ++j) {
         const float place = static_cast<float>(j - run.first) / span;
-        points[j].amp -= (1.0f - place) * static_cast<float>(fade_depth);
+        poke(points[j].amp, points[j].amp - ((1.0f - place) * static_cast<float>(fade_depth)));
     }
 }
 
@@ -29,7 +30,7 @@ void fade_out(const SelectedRun &run) {
     Breakpoint *points = parray[run.partial];
     for (int32_t j = run.first; j <= run.last; ++j) {
         const int64_t loss = static_cast<int64_t>(j - run.first) * -fade_depth;
-        points[j].amp += static_cast<float>(loss) / span;
+        poke(points[j].amp, points[j].amp + static_cast<float>(loss) / span);
     }
 }
 
@@ -41,7 +42,7 @@ void shift_tracking(float &freq, float ratio) {
     if (freq == maxfreq) {
         maxfreq *= ratio;
     }
-    freq *= ratio;
+    poke(freq, freq * ratio);
     if (freq < minfreq) {
         minfreq = freq;
     }
@@ -103,7 +104,7 @@ void gain(float decibels) {
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; j < npoints[i]; ++j) {
             if (is_selected(i, j)) {
-                parray[i][j].amp += decibels;
+                poke(parray[i][j].amp, parray[i][j].amp + decibels);
             }
         }
     }
@@ -133,7 +134,7 @@ void timesh(float seconds) {
     }
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = first_selected(i); j < npoints[i]; ++j) {
-            parray[i][j].time += shift;
+            poke(parray[i][j].time, parray[i][j].time + shift);
         }
     }
     recompute_times();

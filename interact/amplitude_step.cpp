@@ -1,5 +1,6 @@
 #include "interact/amplitude_step.h"
 
+#include "live/shared.h"
 #include "store/store.h"
 
 #include <cstdio>
@@ -10,7 +11,7 @@ constexpr const char *no_step = "Amp: set the step value";
 
 void step_point(int32_t part, int32_t point, float by) {
     if (point_exists(part, point) && parray[part][point].selected != 1) {
-        parray[part][point].amp += by;
+        poke(parray[part][point].amp, parray[part][point].amp + by);
     }
 }
 
@@ -32,7 +33,7 @@ void step_all(float by) {
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; j < npoints[i]; ++j) {
             if (parray[i][j].selected == 1) {
-                parray[i][j].amp += by;
+                poke(parray[i][j].amp, parray[i][j].amp + by);
             }
         }
     }

@@ -5,6 +5,7 @@
 #include "interact/drag_step.h"
 #include "interact/drags.h"
 #include "interact/log_position.h"
+#include "live/shared.h"
 #include "store/recompute.h"
 #include "store/store.h"
 
@@ -25,10 +26,10 @@ bool move_linear(Breakpoint *points, int32_t n, const DragStep &step) {
             if (freq <= 0.0f || freq >= freq_limit) {
                 return false;
             }
-            points[j].freq = freq;
+            poke(points[j].freq, freq);
         }
         if (X != 0) {
-            points[j].time -= step.dt;
+            poke(points[j].time, points[j].time - step.dt);
         }
         points[j].logfreq = log_position(points[j].freq);
     }
@@ -52,9 +53,9 @@ void move_logarithmic(Breakpoint *points, int32_t n, float d, float dt) {
             points[j].logfreq += d;
         }
         if (X != 0) {
-            points[j].time -= dt;
+            poke(points[j].time, points[j].time - dt);
         }
-        points[j].freq = static_cast<float>(freq_at_log_position(points[j].logfreq));
+        poke(points[j].freq, static_cast<float>(freq_at_log_position(points[j].logfreq)));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "interact/drags.h"
 #include "interact/log_position.h"
 #include "interact/selection.h"
+#include "live/shared.h"
 #include "store/recompute.h"
 #include "store/store.h"
 
@@ -41,7 +42,7 @@ bool move_time(Breakpoint &point, const TimeBounds &bounds, float dt) {
     if (t > bounds.hi || t < bounds.lo) {
         return false;
     }
-    point.time = t;
+    poke(point.time, t);
     return true;
 }
 
@@ -51,12 +52,12 @@ void move_freq(Breakpoint &point, float df) {
     if (Y == 0) {
         return;
     }
-    point.freq -= df;
+    poke(point.freq, point.freq - df);
     widen_range(point.freq);
     if (point.freq < lowest_freq) {
-        point.freq = lowest_freq;
+        poke(point.freq, lowest_freq);
     } else if (point.freq > highest_freq) {
-        point.freq = highest_freq;
+        poke(point.freq, highest_freq);
     }
 }
 
@@ -90,7 +91,7 @@ bool move_logarithmic(int32_t p, int32_t q, const DragStep &step) {
     if (!move_time(point, {sndstart, sndlen}, step.dt)) {
         return false;
     }
-    point.freq = static_cast<float>(freq_at_log_position(point.logfreq));
+    poke(point.freq, static_cast<float>(freq_at_log_position(point.logfreq)));
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "display/view.h"
 #include "interact/selection.h"
 #include "interact/unproject.h"
+#include "live/shared.h"
 #include "store/store.h"
 
 #include <GL/freeglut.h>
@@ -26,12 +27,12 @@ DragStep begin_drag_step(int x, int y) {
     square[1] = x;
     square[3] = y;
     transformInput();
-    const double dt = lagging_time(tfsquare[1]) - lagging_time(tfsquare[0]);
+    const double dt = lagging_time(peek(tfsquare[1])) - lagging_time(peek(tfsquare[0]));
     return {static_cast<float>(dt), maxfreq * tfsquare[3] - maxfreq * tfsquare[2]};
 }
 
 void end_drag_step(int x, int y) {
-    square[0] = x;
+    poke(square[0], x);
     square[2] = y;
     ++input_events;
     glutPostRedisplay();

@@ -1,6 +1,7 @@
 #include "interact/find.h"
 
 #include "interact/selection.h"
+#include "live/shared.h"
 #include "store/store.h"
 
 #include <algorithm>
@@ -176,7 +177,7 @@ void deselectBreakpoints(const float *corners, const CameraRecord &) {
 }
 
 void findSingleBreakpoint(const float *corners, const CameraRecord &) {
-    if (square[1] != square[0]) {
+    if (square[1] != peek(square[0])) {
         return;
     }
     const float t = sndstart + (sndlen - sndstart) * corners[1];

@@ -3,6 +3,7 @@
 #include "display/view.h"
 #include "interact/gesture_source.h"
 #include "interact/gestures.h"
+#include "live/shared.h"
 #include "store/store.h"
 #include "toolbox/auxilliary3d.h"
 #include "toolbox/auxmath3d.h"
@@ -32,7 +33,7 @@ float followed_level(float a, float s, const Anchor &anchor, float w) {
 /// Carries the run's change of level over to the points behind it.
 void shift_tail(int32_t i, int32_t from, float last, float first) {
     for (int32_t j = from; j < npoints[i]; ++j) {
-        parray[i][j].amp = (parray[i][j].amp + last) - first;
+        poke(parray[i][j].amp, (parray[i][j].amp + last) - first);
     }
 }
 
@@ -56,7 +57,7 @@ void follow_target(int32_t i, int32_t source, float w) {
         const float level = followed_level(db2amp(points[j].amp), s, anchor, w);
         const bool at_the_end = j >= n - 2; // a fade-out may only fall
         if (!(at_the_end && points[j].amp < level)) {
-            points[j].amp = level;
+            poke(points[j].amp, level);
         }
         last = level;
     }

@@ -5,6 +5,7 @@
 #include "interact/gestures.h"
 #include "interact/log_position.h"
 #include "interact/selection.h"
+#include "live/shared.h"
 #include "store/recompute.h"
 #include "store/store.h"
 #include "toolbox/auxilliary3d.h"
@@ -61,9 +62,9 @@ void move_run(int32_t i, int32_t j, int32_t source, double w) {
         Breakpoint &point = parray[i][j];
         const float target = peval[i].spare2 * linear_interpol(parray, npoints, j, i, source);
         const float dev = point.freq - target;
-        point.freq = (point.freq - dev) + static_cast<float>(dev * w);
+        poke(point.freq, (point.freq - dev) + static_cast<float>(dev * w));
         if (point.freq > highest_freq) {
-            point.freq = highest_freq;
+            poke(point.freq, highest_freq);
         }
         widen_range(point.freq);
         point.logfreq = log_position(point.freq);

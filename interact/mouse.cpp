@@ -135,14 +135,14 @@ void end_sweep() {
     transformInput();
     zgen.events = 0;
     if (desel) {
-        deselectBreakpoints(tfsquare, gCamera);
+        deselectBreakpoints(swept_square().data(), gCamera);
         desel = false;
     } else {
-        findBreakpoints(tfsquare, gCamera);
+        findBreakpoints(swept_square().data(), gCamera);
     }
-    if (square[1] == square[0] && bps != 0 && flat != 0) {
+    if (square[1] == peek(square[0]) && bps != 0 && flat != 0) {
         transformInput();
-        findSingleBreakpoint(tfsquare, gCamera);
+        findSingleBreakpoint(swept_square().data(), gCamera);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "interact/choose.h"
 
 #include "interact/selection.h"
+#include "live/shared.h"
 #include "store/store.h"
 
 #include <cmath>
@@ -55,7 +56,7 @@ void upfreq() {
     }
     const int32_t part = foundSubscriptions.part0;
     const bool lowest = point->freq <= minfreq;
-    point->freq = static_cast<float>(point->freq * step_ratio);
+    poke(point->freq, static_cast<float>(point->freq * step_ratio));
     maxfreq = point->freq > maxfreq ? point->freq : maxfreq;
     if (lowest) {
         minfreq = point->freq;
@@ -73,7 +74,7 @@ void downfreq() {
     }
     const int32_t part = foundSubscriptions.part0;
     const bool highest = point->freq >= maxfreq;
-    point->freq = static_cast<float>(point->freq / step_ratio);
+    poke(point->freq, static_cast<float>(point->freq / step_ratio));
     minfreq = point->freq < minfreq ? point->freq : minfreq;
     if (highest) {
         maxfreq = point->freq;

@@ -8,7 +8,6 @@
 #include <GL/freeglut.h>
 #include <GL/glu.h>
 #include <cstdio>
-#include <utility>
 
 namespace {
 
@@ -71,9 +70,9 @@ void transformInput() {
     take_view_size();
     const int32_t height = viewport_height();
     const SceneOffset release = scene_offset(square[1], height - square[3]);
-    const SceneOffset press = scene_offset(square[0], height - square[2]);
+    const SceneOffset press = scene_offset(peek(square[0]), height - square[2]);
     poke(tfsquare[0], release.t);
-    tfsquare[1] = press.t;
+    poke(tfsquare[1], press.t);
     tfsquare[2] = release.f;
     tfsquare[3] = press.f;
     const ScenePoint at = unproject(square[1], height - square[3]);
@@ -89,12 +88,18 @@ void testInput(int x, int y) {
     point_at(unproject(x, y), unproject(zero[0], zero[1]));
 }
 
-void x2time(int32_t *first, int32_t *second, LiveGenerator *gen) {
-    square[0] = *first;
-    if (*second < *first) {
-        std::swap(*first, *second);
+void order_columns(int32_t &first, int32_t &second) {
+    const int32_t later = peek(first);
+    if (second < later) {
+        poke(first, second);
+        second = later;
     }
-    ztfsquare[0] = scene_offset(*first, 0.0).t;
+}
+
+void x2time(int32_t *first, int32_t *second, LiveGenerator *gen) {
+    poke(square[0], peek(*first));
+    order_columns(*first, *second);
+    ztfsquare[0] = scene_offset(peek(*first), 0.0).t;
     ztfsquare[1] = scene_offset(*second, 0.0).t;
     ztfsquare[2] = zone_mark_height;
     ztfsquare[3] = zone_mark_height;

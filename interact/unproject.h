@@ -26,6 +26,9 @@ void transformInput();
 /// Motion callback of a sweep: follows the pointer in `tuplet`. Only while bps is 1.
 void testInput(int x, int y);
 
+/// Puts two pixel columns in ascending order. The first may be square[0].
+void order_columns(int32_t &first, int32_t &second);
+
 /// Turns two pixel columns, put in ascending order in place, into the play zone of `gen`, in
 /// seconds, and reports it.
 void x2time(int32_t *first, int32_t *second, LiveGenerator *gen);

@@ -1,7 +1,6 @@
 #include "live/ag.h"
 
 #include "live/audio_unit.h"
-#include "live/midi.h"
 #include "live/pieces.h"
 #include "live/shared.h"
 #include "synth/sound.h"
@@ -110,12 +109,4 @@ void AdditiveRenderProc1(void *context, uint32_t frames, float *out) {
     SineGenerator &record = *static_cast<SineGenerator *>(context);
     in_pieces(frames, most_frames, out,
               [&record](uint32_t length, float *piece) { render_piece(record, length, piece); });
-}
-
-void cleanupAudioMIDI() {
-    close_output_unit(&fplayer.unit);
-    disposeNFMIDI(&wgen);
-    close_output_unit(&gen.unit);
-    close_output_unit(&wgen.unit);
-    close_output_unit(&zgen.unit);
 }

@@ -14,7 +14,6 @@
 
 #include <GL/freeglut.h>
 #include <cstdio>
-#include <utility>
 
 float zone::times[2048] = {};
 
@@ -69,13 +68,11 @@ void end_zone() {
 } // namespace
 
 void qplay(int32_t *x0, int32_t *x1) {
-    if (*x1 < *x0) {
-        std::swap(*x0, *x1);
-    }
+    order_columns(*x0, *x1);
     if (dbp) {
         std::printf("live_gain = %f\n", peek(live_gain));
     }
-    const float from = scene_offset(*x0, 0.0).t;
+    const float from = scene_offset(peek(*x0), 0.0).t;
     const float to = scene_offset(*x1, 0.0).t;
     poke(tfsquare[0], from);
     poke(tfsquare[1], to);

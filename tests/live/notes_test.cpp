@@ -56,7 +56,7 @@ void lift(uint8_t note) {
 }
 
 /// Four partials over 10 s, played by MIDI.
-class Notes : public LivePlayTest {
+class HeldNotes : public LivePlayTest {
   protected:
     void SetUp() override {
         LivePlayTest::SetUp();
@@ -87,7 +87,7 @@ class Notes : public LivePlayTest {
     }
 };
 
-TEST_F(Notes, FirstNoteStartsTheGenerator) {
+TEST_F(HeldNotes, FirstNoteStartsTheGenerator) {
     press(60);
     EXPECT_EQ(stack(), (Bytes{60}));
     EXPECT_EQ(wgen.playing, 1);
@@ -100,18 +100,18 @@ TEST_F(Notes, FirstNoteStartsTheGenerator) {
     EXPECT_EQ(pcandidates[2].freq, 300.0f);
 }
 
-TEST_F(Notes, Note60IsTheMiddleOfTheSound) {
+TEST_F(HeldNotes, Note60IsTheMiddleOfTheSound) {
     press(60);
     EXPECT_NEAR(wgen.time, 4.994f, 0.0005f);
     EXPECT_EQ(wgen.time, moment_of(60));
 }
 
-TEST_F(Notes, Note48IsTheStart) {
+TEST_F(HeldNotes, Note48IsTheStart) {
     press(48);
     EXPECT_EQ(wgen.time, 0.0f);
 }
 
-TEST_F(Notes, Note72AndAboveAreTheEnd) {
+TEST_F(HeldNotes, Note72AndAboveAreTheEnd) {
     for (const int key : {72, 73, 127}) {
         const auto note = static_cast<uint8_t>(key);
         press(note);
@@ -120,14 +120,14 @@ TEST_F(Notes, Note72AndAboveAreTheEnd) {
     }
 }
 
-TEST_F(Notes, NotesBelow48AreSilent) {
+TEST_F(HeldNotes, NotesBelow48AreSilent) {
     press(40);
     EXPECT_LT(wgen.time, 0.0f);
     EXPECT_EQ(wgen.time, moment_of(40));
     EXPECT_EQ(pcandidates[0].status, 0);
 }
 
-TEST_F(Notes, LaterNotesOnlyMoveTheMoment) {
+TEST_F(HeldNotes, LaterNotesOnlyMoveTheMoment) {
     press(60);
     press(54);
     EXPECT_EQ(stack(), (Bytes{60, 54}));
@@ -137,7 +137,7 @@ TEST_F(Notes, LaterNotesOnlyMoveTheMoment) {
     EXPECT_EQ(starts(), 1);
 }
 
-TEST_F(Notes, ReleasingTheTopReturnsToTheNoteBefore) {
+TEST_F(HeldNotes, ReleasingTheTopReturnsToTheNoteBefore) {
     press(60);
     press(54);
     release(54);
@@ -146,7 +146,7 @@ TEST_F(Notes, ReleasingTheTopReturnsToTheNoteBefore) {
     EXPECT_EQ(amplitudef, 0.67f);
 }
 
-TEST_F(Notes, ReleasingALowerNoteClosesTheGap) {
+TEST_F(HeldNotes, ReleasingALowerNoteClosesTheGap) {
     press(50);
     press(52);
     press(54);
@@ -156,7 +156,7 @@ TEST_F(Notes, ReleasingALowerNoteClosesTheGap) {
     EXPECT_EQ(prev_hold, 3);
 }
 
-TEST_F(Notes, LastNoteOffLeavesTheUnitRunning) {
+TEST_F(HeldNotes, LastNoteOffLeavesTheUnitRunning) {
     press(60);
     release(60);
     EXPECT_EQ(hold, 0);
@@ -169,7 +169,7 @@ TEST_F(Notes, LastNoteOffLeavesTheUnitRunning) {
     EXPECT_EQ(prev_hold, 0);
 }
 
-TEST_F(Notes, TheNextNoteNeedsNoStart) {
+TEST_F(HeldNotes, TheNextNoteNeedsNoStart) {
     press(60);
     release(60);
     press(62);
@@ -178,7 +178,7 @@ TEST_F(Notes, TheNextNoteNeedsNoStart) {
     EXPECT_EQ(pcandidates[0].status, 1);
 }
 
-TEST_F(Notes, LastNoteOnOfVelocity0StopsTheUnit) {
+TEST_F(HeldNotes, LastNoteOnOfVelocity0StopsTheUnit) {
     press(60);
     lift(60);
     EXPECT_EQ(hold, 0);
@@ -190,7 +190,7 @@ TEST_F(Notes, LastNoteOnOfVelocity0StopsTheUnit) {
     EXPECT_EQ(pauses().front(), 20000u);
 }
 
-TEST_F(Notes, ALowerNoteOfVelocity0StopsNothing) {
+TEST_F(HeldNotes, ALowerNoteOfVelocity0StopsNothing) {
     press(60);
     press(62);
     lift(60);
@@ -199,7 +199,7 @@ TEST_F(Notes, ALowerNoteOfVelocity0StopsNothing) {
     EXPECT_EQ(wgen.playing, 1);
 }
 
-TEST_F(Notes, ReleasingANoteThatIsNotHeldTakesTheTop) {
+TEST_F(HeldNotes, ReleasingANoteThatIsNotHeldTakesTheTop) {
     press(60);
     press(62);
     release(99);
@@ -207,21 +207,21 @@ TEST_F(Notes, ReleasingANoteThatIsNotHeldTakesTheTop) {
     EXPECT_EQ(wgen.time, moment_of(60));
 }
 
-TEST_F(Notes, ReleasingWithNothingHeldDoesNothing) {
+TEST_F(HeldNotes, ReleasingWithNothingHeldDoesNothing) {
     release(60);
     EXPECT_EQ(hold, 0);
     EXPECT_EQ(stops(), 0);
     EXPECT_EQ(wgen.time, 0.0f);
 }
 
-TEST_F(Notes, TheSameNoteTwiceLeavesOneOfThem) {
+TEST_F(HeldNotes, TheSameNoteTwiceLeavesOneOfThem) {
     press(60);
     press(60);
     release(60);
     EXPECT_EQ(stack(), (Bytes{60}));
 }
 
-TEST_F(Notes, TheSixteenthNoteIsHeardButNotKept) {
+TEST_F(HeldNotes, TheSixteenthNoteIsHeardButNotKept) {
     Bytes first;
     for (uint8_t k = 0; k < 15; ++k) {
         press(static_cast<uint8_t>(50 + k));
@@ -239,7 +239,7 @@ TEST_F(Notes, TheSixteenthNoteIsHeardButNotKept) {
     EXPECT_EQ(unkept, 0);
 }
 
-TEST_F(Notes, ReleasingAKeptNoteBesideUnkeptOnes) {
+TEST_F(HeldNotes, ReleasingAKeptNoteBesideUnkeptOnes) {
     for (uint8_t k = 0; k < 16; ++k) {
         press(static_cast<uint8_t>(50 + k));
     }
@@ -251,7 +251,7 @@ TEST_F(Notes, ReleasingAKeptNoteBesideUnkeptOnes) {
     EXPECT_EQ(stack().back(), 64);
 }
 
-TEST_F(Notes, AllKeysOfAKeyboardAtOnce) {
+TEST_F(HeldNotes, AllKeysOfAKeyboardAtOnce) {
     for (uint8_t k = 0; k < 128; ++k) {
         press(k);
     }
@@ -264,7 +264,7 @@ TEST_F(Notes, AllKeysOfAKeyboardAtOnce) {
     EXPECT_EQ(n[0], 0);
 }
 
-TEST_F(Notes, AGeneratorThatHasStoppedForgetsTheNotes) {
+TEST_F(HeldNotes, AGeneratorThatHasStoppedForgetsTheNotes) {
     press(60);
     press(62);
     poke(wgen.playing, uint8_t{0});
@@ -273,7 +273,7 @@ TEST_F(Notes, AGeneratorThatHasStoppedForgetsTheNotes) {
     EXPECT_EQ(prev_hold, 0);
 }
 
-TEST_F(Notes, WithMidiOffNothingHappensButTheForgetting) {
+TEST_F(HeldNotes, WithMidiOffNothingHappensButTheForgetting) {
     press(60);
     midi = 0;
     press(62);
@@ -283,7 +283,7 @@ TEST_F(Notes, WithMidiOffNothingHappensButTheForgetting) {
     EXPECT_EQ(hold, 0);
 }
 
-TEST_F(Notes, SystemMessagesAreSkipped) {
+TEST_F(HeldNotes, SystemMessagesAreSkipped) {
     for (int status = 0xF0; status <= 0xFF; ++status) {
         send({static_cast<uint8_t>(status), 60, 64});
         EXPECT_EQ(hold, 0);
@@ -291,7 +291,7 @@ TEST_F(Notes, SystemMessagesAreSkipped) {
     }
 }
 
-TEST_F(Notes, OtherMessagesDoNothing) {
+TEST_F(HeldNotes, OtherMessagesDoNothing) {
     press(60);
     const float before = wgen.time;
     for (const int status : {0x00, 0x3C, 0x7F, 0xA0, 0xC0, 0xD0}) {
@@ -301,12 +301,12 @@ TEST_F(Notes, OtherMessagesDoNothing) {
     }
 }
 
-TEST_F(Notes, AllChannelsAreTaken) {
+TEST_F(HeldNotes, AllChannelsAreTaken) {
     send({0x95, 60, 64});
     EXPECT_EQ(stack(), (Bytes{60}));
 }
 
-TEST_F(Notes, WithoutOmniOneChannelIs) {
+TEST_F(HeldNotes, WithoutOmniOneChannelIs) {
     omni = 0;
     channel = 5;
     send({0x94, 60, 64});
@@ -315,22 +315,22 @@ TEST_F(Notes, WithoutOmniOneChannelIs) {
     EXPECT_EQ(stack(), (Bytes{60}));
 }
 
-TEST_F(Notes, DataBytesAreMasked) {
+TEST_F(HeldNotes, DataBytesAreMasked) {
     send({0x90, 0x80 | 60, 0xC0});
     EXPECT_EQ(stack(), (Bytes{60}));
 }
 
-TEST_F(Notes, OnlyTheFirstMessageOfAPacketCounts) {
+TEST_F(HeldNotes, OnlyTheFirstMessageOfAPacketCounts) {
     send({0x90, 60, 64, 0x90, 62, 64});
     EXPECT_EQ(stack(), (Bytes{60}));
 }
 
-TEST_F(Notes, EveryPacketOfAListCounts) {
+TEST_F(HeldNotes, EveryPacketOfAListCounts) {
     receive(list_of({{0x90, 60, 64}, {0x90, 62, 64, 1}, {0x90, 64, 64}}));
     EXPECT_EQ(stack(), (Bytes{60, 62, 64}));
 }
 
-TEST_F(Notes, CutListsAreReadAsFarAsTheyGo) {
+TEST_F(HeldNotes, CutListsAreReadAsFarAsTheyGo) {
     const Bytes whole = list_of({{0x90, 60, 64}, {0x90, 62, 64}});
     for (size_t size = 0; size < whole.size(); ++size) {
         const Bytes cut(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size));
@@ -342,7 +342,7 @@ TEST_F(Notes, CutListsAreReadAsFarAsTheyGo) {
     }
 }
 
-TEST_F(Notes, ShortPacketsLackTheirDataBytes) {
+TEST_F(HeldNotes, ShortPacketsLackTheirDataBytes) {
     send({});
     EXPECT_EQ(hold, 0);
     send({0x90, 60}); // velocity 0
@@ -350,14 +350,14 @@ TEST_F(Notes, ShortPacketsLackTheirDataBytes) {
     EXPECT_EQ(stops(), 1);
 }
 
-TEST_F(Notes, BendAtItsCentre) {
+TEST_F(HeldNotes, BendAtItsCentre) {
     press(60);
     send({0xE0, 0, 64});
     EXPECT_EQ(bendf, 0.0f);
     EXPECT_EQ(wgen.time, moment_of(60));
 }
 
-TEST_F(Notes, BendAtItsEnds) {
+TEST_F(HeldNotes, BendAtItsEnds) {
     press(60);
     send({0xE0, 0, 0});
     EXPECT_EQ(bendf, -1.0f);
@@ -368,7 +368,7 @@ TEST_F(Notes, BendAtItsEnds) {
     EXPECT_EQ(wgen.prev_time, wgen.time);
 }
 
-TEST_F(Notes, TheWheelIsTold) {
+TEST_F(HeldNotes, TheWheelIsTold) {
     EXPECT_EQ(printed([] { send({0xB0, 1, 127}); }), "mod:1.000000\n");
     EXPECT_EQ(mmif, 1.0f);
     EXPECT_EQ(bmi, 127);
@@ -377,7 +377,7 @@ TEST_F(Notes, TheWheelIsTold) {
     EXPECT_EQ(changed, 0); // the move of the sound has seen it
 }
 
-TEST_F(Notes, ExpressionIsKept) {
+TEST_F(HeldNotes, ExpressionIsKept) {
     EXPECT_EQ(printed([] { send({0xB0, 11, 0}); }), "xpr:1.000000\n");
     EXPECT_EQ(printed([] { send({0xB0, 11, 127}); }), "xpr:4.000000\n");
     EXPECT_EQ(mxpf, 4.0f);
@@ -385,21 +385,21 @@ TEST_F(Notes, ExpressionIsKept) {
     EXPECT_EQ(changex, 1);
 }
 
-TEST_F(Notes, OtherControllersDoNothing) {
+TEST_F(HeldNotes, OtherControllersDoNothing) {
     for (const int number : {0, 2, 7, 10, 12, 63, 65, 123}) {
         EXPECT_EQ(printed([=] { send({0xB0, static_cast<uint8_t>(number), 99}); }), "");
     }
     EXPECT_EQ(bmi, 0);
 }
 
-TEST_F(Notes, ThePedalGoingDownDoesNothing) {
+TEST_F(HeldNotes, ThePedalGoingDownDoesNothing) {
     press(60);
     send({0xB0, 64, 127});
     EXPECT_EQ(stack(), (Bytes{60}));
     EXPECT_EQ(wgen.playing, 1);
 }
 
-TEST_F(Notes, ThePedalGoingUpSilencesTheNotesHeld) {
+TEST_F(HeldNotes, ThePedalGoingUpSilencesTheNotesHeld) {
     press(60);
     press(62);
     send({0xB0, 64, 0});
@@ -411,13 +411,13 @@ TEST_F(Notes, ThePedalGoingUpSilencesTheNotesHeld) {
     EXPECT_EQ(stops(), 1);
 }
 
-TEST_F(Notes, ThePedalGoingUpInSilenceStopsNothing) {
+TEST_F(HeldNotes, ThePedalGoingUpInSilenceStopsNothing) {
     send({0xB0, 64, 0});
     EXPECT_EQ(stops(), 0);
     EXPECT_TRUE(pauses().empty());
 }
 
-TEST_F(Notes, LowerHalfOfTheWheelWidensTheBand) {
+TEST_F(HeldNotes, LowerHalfOfTheWheelWidensTheBand) {
     wgen.select = 1;
     press(60);
     send({0xB0, 1, 32}); // 0.252: two of four
@@ -430,7 +430,7 @@ TEST_F(Notes, LowerHalfOfTheWheelWidensTheBand) {
     EXPECT_EQ(pcandidates[2].status, 0);
 }
 
-TEST_F(Notes, UpperHalfOfTheWheelNarrowsTheBandFromBelow) {
+TEST_F(HeldNotes, UpperHalfOfTheWheelNarrowsTheBandFromBelow) {
     wgen.select = 1;
     press(60);
     send({0xB0, 1, 96}); // 0.756: from the third on
@@ -443,7 +443,7 @@ TEST_F(Notes, UpperHalfOfTheWheelNarrowsTheBandFromBelow) {
     EXPECT_EQ(pcandidates[2].status, 1);
 }
 
-TEST_F(Notes, DebugPrintsOfANote) {
+TEST_F(HeldNotes, DebugPrintsOfANote) {
     dbp = 1;
     const std::string text = printed([] { press(60); });
     EXPECT_TRUE(text.starts_with("Channel: 0, Message: 9\ntime = 4.994195\n")) << text;
@@ -452,7 +452,7 @@ TEST_F(Notes, DebugPrintsOfANote) {
     EXPECT_EQ(last, "Channel: 0, Message: 9\nHOLD = 0\n*****************\n");
 }
 
-TEST_F(Notes, PlayAlongsideTheAudioThread) {
+TEST_F(HeldNotes, PlayAlongsideTheAudioThread) {
     std::thread audio([] { run_blocks(200); });
     for (int k = 0; k < 200; ++k) {
         press(static_cast<uint8_t>(48 + k % 24));
