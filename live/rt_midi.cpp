@@ -1,6 +1,7 @@
 #include "live/rt_midi.h"
 
 #include <RtMidi.h>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -64,6 +65,7 @@ std::unique_ptr<RtMidiIn> open_system(RtMidi::Api api) {
 }
 
 void find_sources() {
+    const QuietErrors quiet; // counting, too, tells of a server that is not there
     for (const RtMidi::Api api : {RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK}) {
         const std::unique_ptr<RtMidiIn> input = open_system(api);
         const unsigned count = input != nullptr ? input->getPortCount() : 0;
@@ -73,21 +75,25 @@ void find_sources() {
     }
 }
 
+/// Messages of a channel have up to three bytes, and the others are not asked for.
+constexpr size_t longest_message = 16;
+
 /// One message as a list of one packet.
 void hand_on(const std::vector<unsigned char> &message) {
     const uint32_t count = 1;
     const uint64_t stamp = 0;
-    const auto length = static_cast<uint16_t>(message.size());
-    std::vector<uint8_t> bytes(sizeof count + sizeof stamp + sizeof length + length);
-    uint8_t *at = bytes.data();
-    std::memcpy(at, &count, sizeof count);
-    at += sizeof count;
-    std::memcpy(at, &stamp, sizeof stamp);
-    at += sizeof stamp;
-    std::memcpy(at, &length, sizeof length);
-    at += sizeof length;
-    std::memcpy(at, message.data(), length);
-    read_procedure({bytes.data(), bytes.size()}, read_context, nullptr);
+    const auto length = static_cast<uint16_t>(std::min(message.size(), longest_message));
+    uint8_t bytes[sizeof count + sizeof stamp + sizeof length + longest_message];
+    uint8_t *at = bytes;
+    const auto put = [&at](const void *from, size_t size) {
+        std::memcpy(at, from, size);
+        at += size;
+    };
+    put(&count, sizeof count);
+    put(&stamp, sizeof stamp);
+    put(&length, sizeof length);
+    put(message.data(), length);
+    read_procedure({bytes, static_cast<size_t>(at - bytes)}, read_context, nullptr);
 }
 
 void deliver() {
@@ -182,7 +188,10 @@ int32_t disconnect_source(uint32_t, uint32_t number) {
     if (number >= sources.size()) {
         return not_connected;
     }
-    between_deliveries([number] { sources[number].input.reset(); });
+    between_deliveries([number] {
+        const QuietErrors quiet;
+        sources[number].input.reset();
+    });
     return 0;
 }
 
@@ -193,6 +202,7 @@ int32_t port_dispose(uint32_t) {
 
 int32_t client_dispose(uint32_t) {
     stop_delivery();
+    const QuietErrors quiet;
     sources.clear();
     return 0;
 }

@@ -95,8 +95,9 @@ void PulseServer::crash() {
 JackServer::JackServer(int frames) {
     setenv("JACK_DEFAULT_SERVER", ("quillgrove" + std::to_string(getpid())).c_str(), 1);
     setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
-    server = begin({"jackd", "--no-realtime", "-n", getenv("JACK_DEFAULT_SERVER"), "-d", "dummy",
-                    "-r", "48000", "-p", std::to_string(frames)},
+    // It waits for its programs: on a busy machine none misses a block and the messages in it.
+    server = begin({"jackd", "--no-realtime", "--sync", "-n", getenv("JACK_DEFAULT_SERVER"), "-d",
+                    "dummy", "-r", "48000", "-p", std::to_string(frames)},
                    "");
 }
 
@@ -134,6 +135,7 @@ JackHand::JackHand(const std::string &folder) : file(folder + "/heard.raw") {
         die_with_parent(parent, SIGKILL);
         dup2(commands[0], STDIN_FILENO);
         dup2(answers[1], STDOUT_FILENO);
+        dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
         execute({JACK_HAND});
     }
     close(commands[0]);
