@@ -1,8 +1,10 @@
 // The way to the MIDI sources: what is asked of the system, in which order, and what is told.
 #include "live/midi.h"
 
+#include "live/cleanup.h"
 #include "live/midi_system.h"
 #include "live/notes.h"
+#include "tests/support/audio_double.h"
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"
 
@@ -17,7 +19,12 @@ int64_t source_count = 0;
 int32_t client_error = 0;
 int32_t port_error = 0;
 
+AudioDouble *heard_audio = nullptr; // what it has heard comes first
+
 void note(const std::string &operation) {
+    if (heard_audio != nullptr) {
+        asked += heard_audio->heard();
+    }
     asked += operation + "\n";
 }
 
@@ -118,6 +125,25 @@ TEST_F(Midi, WithoutASystemThereIsNoSource) {
     EXPECT_NE(record.midi_client, 0u);
     disposeNFMIDI(&record);
     EXPECT_EQ(record.midi_client, 0u);
+}
+
+TEST_F(Midi, TheCleanUpLetsGoBetweenThePlayerAndTheGenerators) {
+    AudioDouble audio;
+    source_count = 1;
+    printed([] { createNFMIDI(&wgen); });
+    void **const units[] = {&fplayer.unit, &wgen.unit, &zgen.unit};
+    for (void **unit : units) {
+        *unit = &audio.units.emplace_back();
+    }
+    asked.clear();
+    heard_audio = &audio;
+    cleanupAudioMIDI();
+    heard_audio = nullptr;
+    EXPECT_EQ(asked, "uninitialize\ndispose\ndisconnect 9 100\ndispose port 9\n"
+                     "dispose client 7\n");
+    EXPECT_EQ(audio.heard(), "uninitialize\ndispose\nuninitialize\ndispose\n");
+    EXPECT_EQ(wgen.midi_client, 0u);
+    wgen = {};
 }
 
 /// The code of the exit that `error` leads to, with what was printed before it on standard error.

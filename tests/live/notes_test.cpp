@@ -3,6 +3,7 @@
 #include "live/notes.h"
 
 #include "interact/selection.h"
+#include "live/moment.h"
 #include "live/shared.h"
 #include "store/published.h"
 #include "store/settings.h"
@@ -450,6 +451,91 @@ TEST_F(HeldNotes, DebugPrintsOfANote) {
     EXPECT_TRUE(text.ends_with("||||||||||||||||||\nHOLD = 1\n")) << text;
     const std::string last = printed([] { lift(60); });
     EXPECT_EQ(last, "Channel: 0, Message: 9\nHOLD = 0\n*****************\n");
+}
+
+TEST_F(HeldNotes, MakeNoCallToTheGraphics) {
+    const gl_double::Recorder &gl = gl_double::recorder();
+    gl_double::forget_drawing();
+    const size_t timers = gl.timers.size();
+    wgen.select = 1;
+    printed([] {
+        press(60);
+        press(64);
+        send({0xE0, 0, 96});
+        send({0xB0, 1, 100});
+        release(64);
+        lift(60);
+        press(60);
+        send({0xB0, 64, 0});
+    });
+    EXPECT_EQ(starts(), 2);
+    EXPECT_TRUE(gl.calls.empty());
+    EXPECT_TRUE(gl.errors.empty());
+    EXPECT_EQ(gl.redisplays, 0);
+    EXPECT_EQ(gl.timers.size(), timers);
+    EXPECT_EQ(gl.callbacks.idle, nullptr);
+}
+
+TEST_F(HeldNotes, DuringAnEditAreKeptAndHeardAfterIt) {
+    withdraw_store();
+    press(60);
+    press(54);
+    EXPECT_EQ(stack(), (Bytes{60, 54}));
+    EXPECT_EQ(pcandidates[0].status, 0);
+    publish_store();
+    use_oscillators(partials); // the first note found no store to count
+    release(54);
+    EXPECT_EQ(pcandidates[0].status, 1);
+    EXPECT_EQ(pcandidates[0].time, moment_of(60));
+}
+
+TEST_F(HeldNotes, InASoundWithoutLengthAreSilent) {
+    sndstart = sndlen = 0.0f;
+    press(60);
+    send({0xE0, 127, 127});
+    press(127);
+    for (const float sample : run_blocks(4)) {
+        ASSERT_EQ(sample, 0.0f);
+    }
+    lift(127);
+    lift(60);
+    EXPECT_EQ(hold, 0);
+    EXPECT_EQ(wgen.playing, 0);
+}
+
+TEST_F(HeldNotes, AUnitThatDoesNotStartKeepsNone) {
+    output().failing = "start";
+    output().code = -50;
+    press(60);
+    EXPECT_EQ(wgen.playing, 0);
+    EXPECT_EQ(hold, 0);
+    EXPECT_EQ(unkept, 0);
+}
+
+TEST_F(HeldNotes, ReleasedInAnyOrderEndWithAnEmptyStack) {
+    uint32_t seed = 1;
+    const auto next = [&seed](uint32_t below) {
+        seed = seed * 1664525u + 1013904223u;
+        return (seed >> 16) % below;
+    };
+    for (int turn = 0; turn < 20000; ++turn) {
+        const auto note = static_cast<uint8_t>(next(24) + 48);
+        if (next(3) != 0) {
+            press(note);
+        } else if (next(4) != 0) {
+            release(note);
+        } else {
+            lift(note);
+        }
+        ASSERT_GE(hold, 0);
+        ASSERT_LT(hold, note_room);
+        ASSERT_GE(unkept, 0);
+        ASSERT_EQ(n[0], 0);
+        ASSERT_TRUE(hold > 0 || unkept == 0);
+        for (int32_t k = 1; k <= hold; ++k) {
+            ASSERT_GE(n[k], 48) << "place " << k;
+        }
+    }
 }
 
 TEST_F(HeldNotes, PlayAlongsideTheAudioThread) {
