@@ -1,11 +1,12 @@
 # The Debian packages that Quillgrove is built, run and tested with. Sourced by ./run and ./test.
 
 build_packages=(build-essential cmake freeglut3-dev libgl-dev libglu1-mesa-dev libhwy-dev
-    librtaudio-dev libasound2-dev pkg-config)
+    librtaudio-dev librtmidi-dev libasound2-dev pkg-config)
 # What ./run shows the window with where no display is found.
 show_packages=(xvfb libgl1-mesa-dri x11-utils x11-apps xdotool netpbm)
 test_packages=(git libgtest-dev libbenchmark-dev libx11-dev xvfb libgl1-mesa-dri xdotool
-    clang-format-14 clang-tidy-14 sox sndfile-programs pulseaudio pulseaudio-utils jackd2)
+    clang-format-14 clang-tidy-14 sox sndfile-programs pulseaudio pulseaudio-utils jackd2
+    libjack-jackd2-dev)
 
 # Prints those of the packages that are not installed.
 missing_packages() {

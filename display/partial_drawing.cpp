@@ -92,8 +92,7 @@ void draw_marks(const float *pointer) {
         glEnd();
     }
     if (selecting == 1) {
-        const float sweep[] = {peek(tfsquare[0]), peek(tfsquare[1]), tfsquare[2], tfsquare[3]};
-        draw_rectangle(sweep);
+        draw_rectangle(swept_square().data());
     }
     if (peek(zgen.state) == 2) {
         draw_rectangle(ztfsquare);

@@ -143,6 +143,7 @@ void delete_partial(int32_t part) {
 
 /// Puts the merged points over the stretch of the longer partial; the other one lies inside it.
 void put_inside(const std::vector<Breakpoint> &merged, const Stretch &outer, const Stretch &inner) {
+    own_points(outer.part);
     std::copy(merged.begin(), merged.end(), parray[outer.part] + outer.first);
     delete_partial(inner.part);
 }

@@ -58,6 +58,7 @@ void remove_point(int32_t part, int32_t point) {
         resize_partial(part, n - 1);
         return;
     }
+    own_points(part);
     Breakpoint *points = parray[part];
     if (points[point].time == points[point + 1].time) {
         fuse(points[point], points[point + 1]);

@@ -2,7 +2,7 @@
 
 #include "interact/modifiers.h"
 #include "interact/selection.h"
-#include "live/ag.h"
+#include "live/cleanup.h"
 #include "live/live.h"
 #include "live/shared.h"
 #include "live/zone.h"

@@ -133,14 +133,14 @@ void end_sweep() {
     transformInput();
     zgen.events = 0;
     if (desel) {
-        deselectBreakpoints(tfsquare, gCamera);
+        deselectBreakpoints(swept_square().data(), gCamera);
         desel = false;
     } else {
-        findBreakpoints(tfsquare, gCamera);
+        findBreakpoints(swept_square().data(), gCamera);
     }
     if (square[1] == peek(square[0]) && edit_mode()) {
         transformInput();
-        findSingleBreakpoint(tfsquare, gCamera);
+        findSingleBreakpoint(swept_square().data(), gCamera);
     }
 }
 

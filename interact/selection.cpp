@@ -1,5 +1,7 @@
 #include "interact/selection.h"
 
+#include "live/shared.h"
+
 uint16_t selected = 0;
 uint16_t sweepSelect = 0;
 int32_t directSelect = 0;
@@ -11,6 +13,10 @@ FoundPoints foundSubscriptions = {-1, -1, -1, -1, 0};
 int32_t square[4] = {};
 float tfsquare[4] = {};
 float ztfsquare[4] = {};
+
+std::array<float, 4> swept_square() {
+    return {peek(tfsquare[0]), peek(tfsquare[1]), tfsquare[2], tfsquare[3]};
+}
 
 void reset_selection() {
     selected = 0;

@@ -1,8 +1,9 @@
 // interact/selection.h -- the two selections that live side by side: the group of flagged
 // breakpoints, and the one or two points found by clicks. Written by the window thread; MIDI
-// control writes tfsquare[0] and point flags as well.
+// control writes square[0], tfsquare[0 and 1] and point flags as well.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 /// The queue of found points, newest first. An empty slot holds -1, -1.
@@ -25,6 +26,9 @@ extern FoundPoints foundSubscriptions;
 extern int32_t square[4];  // pixels: x at press, x at release, y at press, y at release
 extern float tfsquare[4];  // scene: t of release, t of press, f of release, f of press
 extern float ztfsquare[4]; // scene: start and end of the play zone in X, its Y twice
+
+/// tfsquare as it stands at the moment.
+std::array<float, 4> swept_square();
 
 /// Start values: nothing found, nothing selected.
 void reset_selection();

@@ -110,10 +110,3 @@ void AdditiveRenderProc1(void *context, uint32_t frames, float *out) {
     in_pieces(frames, most_frames, out,
               [&record](uint32_t length, float *piece) { render_piece(record, length, piece); });
 }
-
-void cleanupAudioMIDI() {
-    close_output_unit(&fplayer.unit);
-    close_output_unit(&gen.unit);
-    close_output_unit(&wgen.unit);
-    close_output_unit(&zgen.unit);
-}

@@ -1,5 +1,5 @@
 // live/ag.h -- what the live generators share on creation, the generator that computes each
-// sine, and the closing of all units. Main thread, but for the render procedure.
+// sine. Main thread, but for the render procedure.
 #pragma once
 
 #include "live/live.h"
@@ -14,9 +14,6 @@ void createAdditiveToneUnit(SineGenerator *record);
 
 /// Render procedure of that generator; the context is its record. Audio thread.
 void AdditiveRenderProc1(void *context, uint32_t frames, float *out);
-
-/// Closes the units of the player and of all generators, and MIDI; on the ways out.
-void cleanupAudioMIDI();
 
 constexpr size_t generator_size = 2048; // elements of a generator's array
 

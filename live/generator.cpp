@@ -55,9 +55,9 @@ void start_generator(LiveGenerator &generator, const LiveCandidate *candidates, 
     }
 }
 
-void await_release(const int32_t &state) {
+void await_release(const int32_t &state, bool running) {
     pause_for(release_pause);
-    for (int n = 0; n < further_pauses && peek(state) == 3; ++n) {
+    for (int n = 0; running && n < further_pauses && peek(state) == 3; ++n) {
         pause_for(further_pause);
     }
 }

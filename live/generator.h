@@ -15,13 +15,14 @@ void start_generator(LiveGenerator &generator, const LiveCandidate *candidates, 
                      const char *tell);
 
 /// Pauses after a request, a `state` of 3, for a last block that fades out. A driver with long
-/// blocks has not asked for it yet when the usual pause is over: waits on, but not for ever.
-void await_release(const int32_t &state);
+/// blocks has not asked for it yet when the usual pause is over: waits on, but not for ever. A
+/// unit that is not `running` asks for none.
+void await_release(const int32_t &state, bool running = true);
 
 /// Releases the sound and stops the unit.
 template <typename Generator> void halt_generator(Generator &generator) {
     poke(generator.state, 3);
-    await_release(generator.state);
+    await_release(generator.state, peek(generator.playing) != 0);
     AudioOutputUnitStop(generator.unit);
     poke(generator.playing, uint8_t{0});
     poke(N, 1000.0f);

@@ -122,9 +122,24 @@ extern uint8_t midi;      // MIDI control is on
 extern uint8_t ran;       // partials walk through a zone each by itself
 extern uint8_t zloop;     // a zone plays in a loop
 
+// Written by the interface; the MIDI thread reads them.
+extern int32_t omni;    // every channel is taken; 1 from the connection of the sources on
+extern uint8_t channel; // the one that is taken where omni is 0
+
 // Written by the MIDI thread.
-extern float mmif;      // mod wheel, 0 to 1
-extern uint8_t changed; // the wheel moved since the last move of the live sound
+constexpr int32_t note_room = 16;
+extern int32_t hold;         // notes held, at most note_room - 1
+extern int32_t prev_hold;    // hold before the last note
+extern uint8_t n[note_room]; // notes held, n[1] to n[hold], the newest last; n[0] stays 0
+extern int32_t unkept;       // notes held that found no room in n
+extern float pitchf;         // note number in force
+extern float bendf;          // pitch bend in notes, -1 to just below 1
+extern uint8_t bmi;          // last value of a controller taken
+extern float mmif;           // mod wheel, 0 to 1
+extern float mxpf;           // expression, 1 to 4; nothing reads it
+extern float amplitudef;     // 0.67 while a note is held, else 0; nothing reads it
+extern uint8_t changed;      // the wheel moved since the last move of the live sound
+extern uint8_t changex;      // expression moved
 
 /// Start values of the switches.
 void reset_live();

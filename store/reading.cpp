@@ -1,7 +1,7 @@
 #include "store/reading.h"
 
 #include "import/afile.h"
-#include "live/ag.h"
+#include "live/cleanup.h"
 #include "live/live.h"
 #include "live/oscillators.h"
 #include "store/console.h"

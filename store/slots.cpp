@@ -66,13 +66,17 @@ void allocate_points() {
     }
 }
 
-void resize_partial(int32_t i, int32_t n) {
-    const int32_t before = std::max(npoints[i], 0); // an import may leave a negative count
-    if (!withdraw_store()) {                        // a reader is inside: leave it the old array
-        Breakpoint *whole = clone_points(parray[i], parray[i] != nullptr ? before : 0);
+void own_points(int32_t i) {
+    if (!withdraw_store()) { // a reader is inside: leave it the old array
+        Breakpoint *whole = clone_points(parray[i], parray[i] != nullptr ? npoints[i] : 0);
         retire(parray[i]);
         parray[i] = whole;
     }
+}
+
+void resize_partial(int32_t i, int32_t n) {
+    const int32_t before = std::max(npoints[i], 0); // an import may leave a negative count
+    own_points(i);
     parray[i] =
         static_cast<Breakpoint *>(std::realloc(parray[i], at_least_one(n) * sizeof(Breakpoint)));
     if (n > before) {

@@ -29,6 +29,10 @@ void trim_slots(int32_t count);
 /// Allocates parray with exactly `partials` slots, each a zero-filled array of npoints[i].
 void allocate_points();
 
+/// Sees to it that what is written into the points of partial i reaches no reader of the published
+/// list until the next publication; the array may be another one then.
+void own_points(int32_t i);
+
 /// Changes the length of partial i: keeps the common head, zero-fills what is new, and sets
 /// npoints[i].
 void resize_partial(int32_t i, int32_t n);

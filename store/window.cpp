@@ -11,7 +11,9 @@
 #include "live/fbp.h"
 #include "live/gestures.h"
 #include "live/live.h"
+#include "live/midi.h"
 #include "live/requests.h"
+#include "live/rt_midi.h"
 #include "live/sound_output.h"
 #include "store/recompute.h"
 #include "store/settings.h"
@@ -35,6 +37,8 @@ void start_sound() {
     use_driver(&sound_output);
     createAdditiveNFToneUnit(&wgen);
     createAdditiveNFToneUnit1(&zgen);
+    use_midi_back_end(&rt_midi);
+    createNFMIDI(&wgen);
     wgen.midi_started = 0;
     makeSin(static_cast<int32_t>(std::clamp(R, 0.0, highest_rate)));
     CreateAndConnectFpOutputUnit1(&fplayer);

@@ -96,8 +96,9 @@ JackServer::JackServer(int frames) {
     const std::string name = "quillgrove" + std::to_string(getpid());
     setenv("JACK_DEFAULT_SERVER", name.c_str(), 1);
     setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
-    server = begin({"jackd", "--no-realtime", "-n", name, "-d", "dummy", "-r", "48000", "-p",
-                    std::to_string(frames)},
+    // It waits for its programs: on a busy machine none misses a block and the messages in it.
+    server = begin({"jackd", "--no-realtime", "--sync", "-n", name, "-d", "dummy", "-r", "48000",
+                    "-p", std::to_string(frames)},
                    "");
 }
 
@@ -124,6 +125,66 @@ bool JackServer::connected() const {
     });
 }
 
+JackHand::JackHand(const std::string &folder) : file(folder + "/heard.raw") {
+    int commands[2], answers[2];
+    if (pipe2(commands, O_CLOEXEC) != 0 || pipe2(answers, O_CLOEXEC) != 0) {
+        return;
+    }
+    const pid_t parent = getpid();
+    process = fork();
+    if (process == 0) {
+        die_with_parent(parent, SIGKILL);
+        dup2(commands[0], STDIN_FILENO);
+        dup2(answers[1], STDOUT_FILENO);
+        dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
+        execute({JACK_HAND});
+    }
+    close(commands[0]);
+    close(answers[1]);
+    to = fdopen(commands[1], "w");
+    from = fdopen(answers[0], "r");
+    working = obeys("");
+}
+
+JackHand::~JackHand() {
+    end_at(process, SIGTERM);
+    for (FILE *end : {to, from}) {
+        if (end != nullptr) {
+            fclose(end);
+        }
+    }
+}
+
+/// The first answer comes unasked.
+bool JackHand::obeys(const std::string &command) {
+    if (to == nullptr || from == nullptr) {
+        return false;
+    }
+    if (!command.empty()) {
+        fprintf(to, "%s\n", command.c_str());
+        fflush(to);
+    }
+    char answer[32] = "";
+    return fgets(answer, sizeof answer, from) != nullptr && std::strcmp(answer, "ok\n") == 0;
+}
+
+bool JackHand::send(int keyboard, int status, int data1, int data2) {
+    return obeys("midi " + std::to_string(keyboard) + " " + std::to_string(status) + " " +
+                 std::to_string(data1) + " " + std::to_string(data2));
+}
+
+bool JackHand::listen(const std::string &output) {
+    return obeys("listen " + output);
+}
+
+std::vector<float> JackHand::record(Duration time) {
+    if (!obeys("record " + file)) {
+        return {};
+    }
+    pause_for(time);
+    return obeys("stop") ? floats_of(content_of(file)) : std::vector<float>();
+}
+
 Recording::Recording(const std::string &folder) : file(folder + "/recording.raw") {
     recorder = begin({"parec", "-d", "nullout.monitor", "--format=float32le", "--rate=44100",
                       "--channels=1", "--latency-msec=20", "--raw", file},
@@ -142,13 +203,13 @@ std::vector<float> Recording::finish() {
 }
 
 double measured(const std::vector<float> &samples, const std::string &what,
-                const std::string &folder) {
+                const std::string &folder, int rate) {
     const std::string raw = folder + "/measured.raw";
     std::ofstream(raw, std::ios::binary)
         .write(reinterpret_cast<const char *>(samples.data()),
                static_cast<std::streamsize>(samples.size() * sizeof(float)));
-    const std::string said =
-        output_of("sox -t raw -e floating-point -b 32 -c 1 -r 44100 '" + raw + "' -n stat 2>&1");
+    const std::string said = output_of("sox -t raw -e floating-point -b 32 -c 1 -r " +
+                                       std::to_string(rate) + " '" + raw + "' -n stat 2>&1");
     const size_t at = said.find(what + ":");
     return at != std::string::npos ? std::atof(said.c_str() + at + what.size() + 1) : -1.0;
 }

@@ -2,6 +2,9 @@
 // own, and recordings of what they play.
 #pragma once
 
+#include "tests/e2e/process.h"
+
+#include <cstdio>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -43,6 +46,37 @@ class JackServer {
     pid_t server = -1;
 };
 
+/// A hand at the JACK server that is running: two MIDI keyboards and a recorder, 48000 Hz.
+class JackHand {
+  public:
+    explicit JackHand(const std::string &folder);
+    ~JackHand();
+    JackHand(const JackHand &) = delete;
+    JackHand &operator=(const JackHand &) = delete;
+
+    bool ready() const {
+        return working;
+    }
+
+    /// Sends a message from keyboard 0 or 1.
+    bool send(int keyboard, int status, int data1, int data2);
+
+    /// Records this program output from now on.
+    bool listen(const std::string &output);
+
+    /// What is heard in this time.
+    std::vector<float> record(Duration time);
+
+  private:
+    bool obeys(const std::string &command);
+
+    pid_t process = -1;
+    FILE *to = nullptr;
+    FILE *from = nullptr;
+    bool working = false;
+    std::string file;
+};
+
 /// What the null sink plays while this runs, one channel at 44100 Hz.
 class Recording {
   public:
@@ -61,4 +95,4 @@ class Recording {
 
 /// What sox measures in a stretch of samples: its line of this name, as "Maximum amplitude".
 double measured(const std::vector<float> &samples, const std::string &what,
-                const std::string &folder);
+                const std::string &folder, int rate = 44100);

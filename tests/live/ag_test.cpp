@@ -1,5 +1,6 @@
 // The generator that computes each sine, the creation of output units and their closing.
 #include "live/ag.h"
+#include "live/cleanup.h"
 #include "live/fbp.h"
 #include "synth/sound.h"
 #include "tests/support/audio_double.h"

@@ -65,8 +65,11 @@ const RankRow rank_table[] = {
     {"toolbox/", state},
     // Clearing of the selections only writes state, and edits end with it.
     {"interact/clear", of_store},
-    // Gestures map pixels to times.
+    // Gestures map pixels to times; notes play by them, and MIDI is connected to the notes.
     {"live/gestures", of_interact},
+    {"live/notes", of_interact},
+    {"live/midi", of_interact},
+    {"live/cleanup", of_interact},
     {"live/zone", of_interact},
     // Start-up brings all rooms together.
     {"store/commandline", start_up},
