@@ -1,5 +1,6 @@
-# Drives Quillgrove in its window on a virtual display. Sourced by ./run, docs/make-pictures and
-# tests/package/try; who sources it sets `program`, `arguments` and `out`, the folder to work in.
+# Drives Quillgrove in its window on a virtual display. Sourced by ./run, docs/make-pictures,
+# docs/try-walks and tests/package/try; who sources it sets `program`, `arguments` and `out`, the
+# folder to work in.
 
 fail() {
     echo "$0: $*" >&2

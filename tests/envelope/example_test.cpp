@@ -9,7 +9,7 @@ namespace {
 
 const char *const example = EXAMPLES_DIR "/vowel.lpc.txt";
 constexpr int32_t points = 128;
-constexpr int frames = 37;
+constexpr int frame_count = 37;
 
 class LpcExample : public EnvelopeTest {
   protected:
@@ -33,13 +33,13 @@ double peak_of(LpcFrame frame) {
 TEST_F(LpcExample, HasItsFramesOverTheVowelsLength) {
     LpcSize size = {};
     printed([&] { size = lpcf_len(example); });
-    EXPECT_EQ(size.frames, frames);
+    EXPECT_EQ(size.frames, frame_count);
     EXPECT_FLOAT_EQ(size.duration, 3.6F);
 }
 
 TEST_F(LpcExample, EveryFrameHoldsItsGridOfFrequencies) {
     ASSERT_EQ(lpcf_open(example), points);
-    for (int i = 0; i < frames; ++i) {
+    for (int i = 0; i < frame_count; ++i) {
         LpcFrame frame = next_frame();
         ASSERT_NEAR(frame[0]->amp, 0.1 * i, 1e-9);
         ASSERT_EQ(frame[0]->freq, points);
@@ -55,7 +55,7 @@ TEST_F(LpcExample, TheFirstFormantFallsFromAToO) {
     ASSERT_EQ(lpcf_open(example), points);
     LpcFrame first = next_frame();
     LpcFrame last = first;
-    for (int i = 1; i < frames; ++i) {
+    for (int i = 1; i < frame_count; ++i) {
         last = next_frame();
     }
     EXPECT_EQ(peak_of(first), 850.0);
