@@ -14,22 +14,22 @@ namespace {
 
 struct Example {
     const char *name;
-    Sound (*make)();
-    void (*write)(FILE *file, const Sound &sound);
+    void (*write)(FILE *file);
 };
 
 const Example examples[] = {
-    {"bell.pt", bell, write_list},
-    {"glissando.pt", glissando, write_list},
-    {"partials.pt", melody, write_list},
-    {"tones.pt", tones, write_list},
-    {"vowel.pt", vowel, write_list},
-    {"bell.partials.txt", bell, write_spear_partials},
-    {"tones.frames.txt", tones, write_spear_frames},
-    {"tones.1TRC.txt", tones, write_sdif_tracks},
-    {"vowel.1HRM.txt", vowel, write_sdif_harmonics},
-    {"vowel.1FQ0.txt", vowel, write_sdif_fundamental},
-    {"bell.peaks.txt", bell, write_peaks},
+    {"bell.pt", [](FILE *file) { write_list(file, bell()); }},
+    {"glissando.pt", [](FILE *file) { write_list(file, glissando()); }},
+    {"partials.pt", [](FILE *file) { write_list(file, melody()); }},
+    {"tones.pt", [](FILE *file) { write_list(file, tones()); }},
+    {"vowel.pt", [](FILE *file) { write_list(file, vowel()); }},
+    {"bell.partials.txt", [](FILE *file) { write_spear_partials(file, bell()); }},
+    {"tones.frames.txt", [](FILE *file) { write_spear_frames(file, tones()); }},
+    {"tones.1TRC.txt", [](FILE *file) { write_sdif_tracks(file, tones()); }},
+    {"vowel.1HRM.txt", [](FILE *file) { write_sdif_harmonics(file, vowel()); }},
+    {"vowel.1FQ0.txt", [](FILE *file) { write_sdif_fundamental(file, vowel()); }},
+    {"vowel.lpc.txt", [](FILE *file) { write_lpc(file, vowel_envelope()); }},
+    {"bell.peaks.txt", [](FILE *file) { write_peaks(file, bell()); }},
 };
 
 /// Opens the file, has it written and tells whether all of it went out.
@@ -52,8 +52,7 @@ bool write_examples(const std::filesystem::path &folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     for (const Example &example : examples) {
-        const auto write = [&](FILE *file) { example.write(file, example.make()); };
-        if (!write_file(folder / example.name, write)) {
+        if (!write_file(folder / example.name, example.write)) {
             return false;
         }
     }

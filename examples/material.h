@@ -30,6 +30,21 @@ void write_sdif_fundamental(FILE *file, const Sound &sound);
 /// by hand.
 void write_peaks(FILE *file, const Sound &sound);
 
+/// A spectral envelope over time: frames of as many points each.
+struct EnvelopePoint {
+    double amplitude; // linear, 1 is full scale
+    double freq;      // Hz, rising within a frame
+};
+struct EnvelopeFrame {
+    double time; // seconds
+    std::vector<EnvelopePoint> points;
+};
+using Envelope = std::vector<EnvelopeFrame>;
+
+/// Writes the envelope as text of an LPC analysis: for each frame its time and count of points,
+/// then as many pairs of amplitude and frequency.
+void write_lpc(FILE *file, const Envelope &envelope);
+
 /// Partials that all start at 0 and last as long: material to measure with.
 Sound large_sound(int partials, int points);
 
@@ -42,3 +57,6 @@ Sound glissando();
 Sound melody();
 Sound tones();
 Sound vowel();
+
+/// The formants that shape the vowel, as its mouth moves.
+Envelope vowel_envelope();

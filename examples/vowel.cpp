@@ -15,6 +15,11 @@ constexpr double vibrato_depth = 40.0; // cents to either side, when full
 constexpr double breath = 0.3;         // seconds until the voice is clear
 constexpr double tilt = -4.0;          // dB an octave above the fundamental
 
+constexpr int envelope_points = 128;
+constexpr double envelope_lowest = 50.0; // Hz
+constexpr double envelope_grid = 100.0;  // Hz between two points
+constexpr double envelope_hop = 0.1;     // seconds between two frames
+
 struct Formant {
     double freq;  // Hz
     double level; // dB
@@ -94,4 +99,18 @@ Sound vowel() {
         sound.push_back(harmonic(number, random));
     }
     return sound;
+}
+
+Envelope vowel_envelope() {
+    Envelope envelope;
+    const int frames = static_cast<int>(std::lround(duration / envelope_hop)) + 1;
+    for (int i = 0; i < frames; ++i) {
+        EnvelopeFrame frame = {i * envelope_hop, {}};
+        for (int j = 0; j < envelope_points; ++j) {
+            const double freq = envelope_lowest + j * envelope_grid;
+            frame.points.push_back({std::pow(10.0, formant_level(freq, frame.time) / 20.0), freq});
+        }
+        envelope.push_back(frame);
+    }
+    return envelope;
 }

@@ -129,3 +129,12 @@ Sound large_sound(int partials, int points) {
     }
     return sound;
 }
+
+void write_lpc(FILE *file, const Envelope &envelope) {
+    for (const EnvelopeFrame &frame : envelope) {
+        std::fprintf(file, "%.3f %zu\n", frame.time, frame.points.size());
+        for (const EnvelopePoint &point : frame.points) {
+            std::fprintf(file, "%.6f %.1f\n", point.amplitude, point.freq);
+        }
+    }
+}
