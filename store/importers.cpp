@@ -2,7 +2,7 @@
 
 #include "import/afile.h"
 #include "import/afile_interactive.h"
-#include "live/ag.h"
+#include "live/cleanup.h"
 #include "store/evaluate.h"
 #include "store/recompute.h"
 #include "store/settings.h"
