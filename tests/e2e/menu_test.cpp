@@ -119,7 +119,11 @@ void MenuTest::click(double x, double y) {
 void MenuTest::expect_alive() {
     const Frame before = screen.frame(window);
     ASSERT_TRUE(hands->resize(before.width + 150, before.height + 50));
-    look();
+    const auto axis_stands = [this] { return picture.holds(spot(0.0, 0.3), rgb(0.4, 0.32, 0.23)); };
+    wait_until(patience, [&] {
+        picture = screen.capture(window);
+        return axis_stands();
+    });
     ASSERT_EQ(picture.width, before.width + 150);
-    EXPECT_TRUE(picture.holds(spot(0.0, 0.3), rgb(0.4, 0.32, 0.23))) << "no axis at its new place";
+    EXPECT_TRUE(axis_stands()) << "no axis at its new place";
 }
