@@ -42,6 +42,7 @@ void expect_same_phases(std::vector<Chain> chains) {
         chain_phases(chain.data(), static_cast<int32_t>(chain.size()));
     }
     std::vector<PhaseRun> runs;
+    runs.reserve(chains.size());
     for (Chain &chain : chains) {
         runs.push_back({chain.data(), static_cast<int32_t>(chain.size())});
     }
