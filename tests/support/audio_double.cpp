@@ -1,5 +1,7 @@
 #include "tests/support/audio_double.h"
 
+#include "live/shared.h"
+
 #include <cstring>
 
 namespace {
@@ -71,18 +73,18 @@ int32_t uninitialize(void *unit) {
 
 int32_t dispose(void *unit) {
     as_unit(unit).disposed = true;
-    as_unit(unit).started = false;
+    poke(as_unit(unit).started, false);
     return present->note("dispose");
 }
 
 int32_t start(void *unit) {
     const int32_t result = present->note("start");
-    as_unit(unit).started = result == 0;
+    poke(as_unit(unit).started, result == 0);
     return result;
 }
 
 int32_t stop(void *unit) {
-    as_unit(unit).started = false;
+    poke(as_unit(unit).started, false);
     return present->note("stop");
 }
 
@@ -104,7 +106,7 @@ AudioDouble::~AudioDouble() {
 std::vector<float> AudioDouble::pump(uint32_t frames, float before) {
     std::vector<float> sum(frames);
     for (Unit &unit : units) {
-        if (!unit.started) {
+        if (!peek(unit.started)) {
             continue;
         }
         std::vector<float> block(frames, before);

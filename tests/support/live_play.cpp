@@ -4,6 +4,7 @@
 #include "live/oscillators.h"
 #include "live/pause.h"
 #include "live/requests.h"
+#include "live/shared.h"
 #include "live/zone.h"
 #include "synth/sound.h"
 #include "tests/support/console.h"
@@ -131,7 +132,7 @@ std::vector<float> run_blocks(int count) {
     for (int n = 0; n < count; ++n) {
         std::vector<float> mixed(block_frames, 0.0f);
         for (const AudioDouble::Unit &unit : audio->units) {
-            if (unit.started) {
+            if (peek(unit.started)) {
                 const std::vector<float> out = pass_block(unit, block_frames);
                 std::transform(out.begin(), out.end(), mixed.begin(), mixed.begin(),
                                std::plus<float>());
