@@ -189,12 +189,6 @@ int Program::exit_status(Duration timeout) {
     return status.value_or(-1);
 }
 
-void Program::hold(Duration time) const {
-    kill(child, SIGSTOP);
-    pause_for(time);
-    kill(child, SIGCONT);
-}
-
 double Program::busy_seconds() const {
     std::ifstream file("/proc/" + std::to_string(child) + "/stat");
     const std::string text((std::istreambuf_iterator<char>(file)), {});

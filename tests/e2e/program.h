@@ -37,9 +37,6 @@ class Program {
     /// Reads what is there now, for `time` at most while it comes.
     void listen(Duration time);
 
-    /// Holds the run for so long, as the stop key of a terminal and a later "fg" would.
-    void hold(Duration time) const;
-
     /// Processor time that the run has taken so far, in seconds.
     double busy_seconds() const;
 

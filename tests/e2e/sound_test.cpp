@@ -116,17 +116,6 @@ TEST_F(SoundTest, TheProgramOutlivesPulseAudio) {
     EXPECT_EQ(program->exit_status(), 0) << program->output();
 }
 
-TEST_F(SoundTest, AHeldProgramKeepsItsDevice) {
-    PulseServer server(folder.path());
-    ASSERT_TRUE(server.ready());
-    begin_tone();
-    for (int i = 0; i < 3; i++) {
-        program->hold(Duration(2500));
-        pause_for(Duration(200));
-    }
-    expect_tone(recorded_play());
-}
-
 TEST_F(SoundTest, JackPlaysInBlocksOfItsOwn) {
     for (const int frames : {512, 1024, 4096}) {
         JackServer server(frames);
