@@ -2,6 +2,7 @@
 
 #include "live/rt_output.h"
 #include "live/silent_clock.h"
+#include "live/stall.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -11,14 +12,10 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr double silent_rate = 44100.0; // Hz
-constexpr auto longest_gap = std::chrono::seconds(2);
-constexpr auto longest_absence = std::chrono::milliseconds(500); // between two looks
 
 double rate = 0.0; // Hz, 0 while closed
 bool on_device = false;
-uint64_t seen_blocks = 0;
-Clock::time_point seen_at;
-Clock::time_point looked_at;
+StallWatch watch;
 
 void close() {
     if (on_device) {
@@ -40,22 +37,8 @@ double open() {
         rate = silent_rate;
         start_silent_clock(rate);
     }
-    seen_at = Clock::now();
+    watch.reset(Clock::now());
     return rate;
-}
-
-/// A look after a long absence starts the count anew: a process that was held at its terminal
-/// finds its device as it left it.
-bool stands_still() {
-    const uint64_t blocks = deliveries();
-    const Clock::time_point now = Clock::now();
-    const bool was_away = now - looked_at > longest_absence;
-    looked_at = now;
-    if (blocks != seen_blocks || was_away) {
-        seen_blocks = blocks;
-        seen_at = now;
-    }
-    return now - seen_at > longest_gap;
 }
 
 } // namespace
@@ -63,7 +46,7 @@ bool stands_still() {
 const Driver sound_output = {open, close};
 
 void watch_sound_output() {
-    if (on_device && (rt_output_failed() || stands_still())) {
+    if (on_device && (rt_output_failed() || watch.stalled(deliveries(), Clock::now()))) {
         abandon_rt_output();
         on_device = false;
         start_silent_clock(rate);

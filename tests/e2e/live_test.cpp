@@ -2,47 +2,24 @@
 // plays: pitch, level, length, and no click but the ramps of a block.
 #include "tests/e2e/menu_test.h"
 #include "tests/e2e/process.h"
+#include "tests/e2e/recorded.h"
 #include "tests/e2e/sound_server.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
 namespace {
 
-using Samples = std::vector<float>;
-
-constexpr double rate = 44100.0; // Hz
-constexpr double pitch = 440.0;  // Hz
-constexpr double level = 0.2;    // of a partial at 0 dB
-constexpr double block = 512.0;  // frames of a ramp
+constexpr double pitch = 440.0; // Hz
+constexpr double level = 0.2;   // of a partial at 0 dB
 constexpr double pi = 3.141592653589793;
-constexpr float noise = 1e-4f; // below it nothing is heard
 
 /// Import takes the first and the last two points down; between them the level is even.
 const std::string tone = "( PARTIALS 1\n"
                          "( POINTS 5\n0.0 440 0\n0.1 440 0\n1.8 440 0\n1.9 440 0\n2.0 440 0\n)\n"
                          ")\n";
-
-/// The stretch from the first sample that can be heard to the last.
-Samples heard_part(const Samples &samples) {
-    const auto audible = [](float sample) { return std::fabs(sample) > noise; };
-    const auto first = std::find_if(samples.begin(), samples.end(), audible);
-    const auto last = std::find_if(samples.rbegin(), samples.rend(), audible).base();
-    return first < last ? Samples(first, last) : Samples();
-}
-
-double largest_step(const Samples &samples) {
-    double largest = 0.0;
-    for (size_t k = 1; k < samples.size(); ++k) {
-        largest = std::max(largest, std::fabs(static_cast<double>(samples[k]) -
-                                              static_cast<double>(samples[k - 1])));
-    }
-    return largest;
-}
 
 class LiveTest : public MenuTest {
   protected:
