@@ -12,7 +12,7 @@ namespace {
 std::atomic<const PublishedStore *> published = nullptr;
 std::atomic<int32_t> readers = 0;
 
-constexpr std::chrono::milliseconds longest_wait(100); // for readers; they take a few
+constexpr std::chrono::milliseconds longest_wait(250); // for readers; they take a few
 
 // The window thread's own.
 bool alone = true; // withdrawn, and no reader is left that came before

@@ -57,7 +57,7 @@ void retire(void *memory);
 int32_t retired_blocks();
 
 /// While one lives, the window thread alone has the points: the list is withdrawn, and readers
-/// that came before have left, but for one that stays a tenth of a second. They nest; the end of
+/// that came before have left, but for one that stays a quarter of a second. They nest; the end of
 /// the outermost shows the store again if it was shown before.
 class StoreEdit {
   public:
