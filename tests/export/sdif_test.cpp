@@ -3,6 +3,7 @@
 
 #include "live/live.h"
 #include "store/settings.h"
+#include "store/slots.h"
 #include "synth/sound.h"
 #include "tests/export/export_support.h"
 #include "tests/support/console.h"
@@ -168,6 +169,7 @@ TEST_F(Sdif, FramesWithoutRowsAndSinglePoints) {
                 {},
                 {{0.0f, 100.0f, 0.0f}, {0.25f, 100.0f, 0.0f}},
                 {{1.0f, 100.0f, 0.0f}, {2.0f, 100.0f, 0.0f}}});
+    free_points(parray[1]);
     parray[1] = nullptr;
     export_grid("0.5");
     EXPECT_EQ(frames(), frame(0.001, {"3\t100.000000\t0.200000\t0.000000"}) + frame(0.501, {}) +

@@ -184,6 +184,7 @@ TEST_F(ValueRecords, PointsOfDecimalDurations) {
     add("f", 440);
     EXPECT_EQ(build({10, 0.7f, 0.0f}), "Num. Partials: 1\ndur = 7.000000\tfactor = 0.100000\n"
                                        "npoints[0] = 7\n");
+    free_store();
     ph.assign(most_records, PhRecord());
     begun = partials = 0;
     add("fd", 440, 0, 2);
