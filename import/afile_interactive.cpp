@@ -109,7 +109,7 @@ bool store_value(PhRecord &record, const char *reply, double number, const char 
             continue;
         }
         record.value[row.value] = static_cast<float>(number);
-        std::snprintf(record.tag, sizeof record.tag, "%s", sequence);
+        std::snprintf(record.tag, sizeof record.tag, "%.3s", sequence);
         if (!row.above_zero || number > smallest) {
             record.index = static_cast<int32_t>(std::strlen(sequence));
         }
