@@ -93,6 +93,7 @@ int32_t instance_new(void *, void **unit) {
     }
     free->taken = true;
     if (rate == 0.0) {
+        slice_used = slice_frames; // what an earlier stream left is over
         rate = driver->open();
     }
     *unit = &*free;

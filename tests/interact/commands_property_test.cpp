@@ -11,7 +11,7 @@
 #include "interact/shell.h"
 #include "live/live.h"
 #include "store/settings.h"
-#include "tests/interact/menu_support.h"
+#include "tests/interact/keys_support.h"
 #include "tests/support/console.h"
 
 #include <algorithm>
@@ -53,18 +53,18 @@ void (*const selection_operations[])() = {
     oneLessL,        oneMoreR,          oneLessR,        select_remainder, select_trailer,
     upfreq,          downfreq};
 
-class RandomCommands : public MenuTest {
+class RandomCommands : public KeysTest {
   protected:
     void SetUp() override {
-        MenuTest::SetUp();
+        KeysTest::SetUp();
+        menu_state = {};
+        rebuild_menu();
         run_command_line = [](const char *) { return 0; };
     }
     void TearDown() override {
         run_command_line = std::system;
-        zgen = wgen = {};
-        fplayer = {};
-        live_gain = 0.2f;
-        MenuTest::TearDown();
+        menu_state = {};
+        KeysTest::TearDown();
     }
 
     std::mt19937 random;
