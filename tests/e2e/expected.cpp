@@ -63,7 +63,7 @@ std::string banner() {
 
 std::string folder_and_graphics(const std::string &folder) {
     return "Current working folder is:\n" + folder +
-           "\nInitializing graphics:\n        (overlay visuals not possible)\n\n"
+           "\nMIDI Sources: 0\nInitializing graphics:\n        (overlay visuals not possible)\n\n"
            "max clip planes = 8\n";
 }
 

@@ -29,6 +29,7 @@ constexpr char end_of_file_key = 4; // Ctrl+D
     // No sound server but one that the test has named.
     setenv("PULSE_SERVER", "unix:/nowhere", 0);
     setenv("JACK_DEFAULT_SERVER", "quillgrove_none", 0);
+    setenv("ALSA_CONFIG_PATH", "/dev/null", 0); // neither cards nor MIDI devices of the machine
     std::vector<std::string> command = {QUILLGROVE_PROGRAM};
     command.insert(command.end(), launch.arguments.begin(), launch.arguments.end());
     execute(command);
