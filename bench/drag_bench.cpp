@@ -1,6 +1,7 @@
 // One motion event of a drag of everything selected, on a store of 1,000,000 points, beside a
 // plain read of the same records. Times are per point: every figure is one event divided by its
 // points. Built a second time with no_logarithms.cpp, where no logarithm and no power is taken.
+#include "bench/large_store.h"
 #include "display/view.h"
 #include "interact/drags.h"
 #include "interact/log_refresh.h"
@@ -13,42 +14,13 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <cstdio>
-#include <random>
 #include <unistd.h>
 
 namespace {
 
-constexpr int32_t partial_count = 2000;
-constexpr int32_t point_count = 500; // of each partial
-constexpr int64_t all_points = int64_t{partial_count} * point_count;
-constexpr float hop = 0.01f; // seconds from point to point
-
-void build_store() {
-    std::mt19937 random(1);
-    std::uniform_real_distribution<float> freq(50.0f, 5000.0f);
-    partials = partial_count;
-    allocate_counts(partials);
-    for (int32_t i = 0; i < partials; ++i) {
-        npoints[i] = point_count;
-    }
-    allocate_points();
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < point_count; ++j) {
-            Breakpoint &point = parray[i][j];
-            point.time = 1.0f + static_cast<float>(j) * hop;
-            point.freq = freq(random);
-            point.amp = -20.0f;
-            point.selected = 1;
-        }
-    }
-    regrow_peval();
-    recompute_everything();
-    averages(partials, npoints, parray, peval);
-}
-
 void open_store() {
     if (partials == 0) {
-        build_store();
+        build_store(1.0f, true);
     }
     flat = 1;
     bps = 2; // the pointer's way is given, not looked up through a window

@@ -1,6 +1,7 @@
 // Sweeps and clicks on a store of 1,000,000 points, each beside a plain read of the same records.
 // Times are per point: every figure is one pass over the store divided by its points.
 #include "bench/allocations.h"
+#include "bench/large_store.h"
 #include "display/view.h"
 #include "interact/clear.h"
 #include "interact/find.h"
@@ -16,39 +17,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <random>
 #include <unistd.h>
 
 namespace {
-
-constexpr int32_t partial_count = 2000;
-constexpr int32_t point_count = 500; // of each partial
-constexpr int64_t all_points = int64_t{partial_count} * point_count;
-constexpr float hop = 0.01f; // seconds from point to point
-
-/// Frequencies jump from point to point, so that no branch predictor can guess a hit.
-void build_store() {
-    std::mt19937 random(1);
-    std::uniform_real_distribution<float> freq(50.0f, 5000.0f);
-    partials = partial_count;
-    allocate_counts(partials);
-    for (int32_t i = 0; i < partials; ++i) {
-        npoints[i] = point_count;
-    }
-    allocate_points();
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < point_count; ++j) {
-            Breakpoint &point = parray[i][j];
-            point.time = static_cast<float>(j) * hop;
-            point.freq = freq(random);
-            point.amp = -20.0f;
-            point.ampunits = 1;
-        }
-    }
-    regrow_peval();
-    recompute_everything();
-    averages(partials, npoints, parray, peval);
-}
 
 /// The normalised frequency that has half of the points below it.
 float middle() {
@@ -185,7 +156,7 @@ BENCHMARK_CAPTURE(click, log, true)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char **argv) {
-    build_store();
+    build_store(0.0f, false);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -8,6 +8,7 @@
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/slots.h"
+#include "tests/support/made_sound.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ void reset_everything() {
     reset_selection();
     reset_live();
     gCameraReset();
+    drop_sound();
 }
 
 } // namespace
