@@ -68,7 +68,7 @@ HWY_INLINE IntVector Wrapped(IntVector index, IntVector size) {
 
 /// Adds, for four frames, quads of lanes 0, 4, 8, ... of `v0`, then of `v1` and so on.
 template <class D>
-HWY_INLINE hn::Vec<hn::FixedTag<float, 4>> AddQuads(D d, hn::Vec<hn::FixedTag<float, 4>> sum,
+HWY_INLINE hn::Vec<hn::FixedTag<float, 4>> AddQuads(D, hn::Vec<hn::FixedTag<float, 4>> sum,
                                                     hn::Vec<D> v0, hn::Vec<D> v1, hn::Vec<D> v2,
                                                     hn::Vec<D> v3) {
     if constexpr (hn::MaxLanes(D()) == 4) {
