@@ -147,8 +147,9 @@ TEST_F(ImportSanity, EveryPatternOfUpToSevenPartialsGoesAsStepByStep) {
         for (int pattern = 0; pattern < 1 << n; ++pattern) {
             std::vector<Partial> content;
             for (int i = 0; i < n; ++i) {
-                content.push_back((pattern >> i & 1) != 0 ? marked(101.0f + 7.0f * static_cast<float>(i), 2 + i)
-                                                          : Partial());
+                content.push_back((pattern >> i & 1) != 0
+                                      ? marked(101.0f + 7.0f * static_cast<float>(i), 2 + i)
+                                      : Partial());
             }
             fill_store(content);
             for (int i = 0; i < n; ++i) {
