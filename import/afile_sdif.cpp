@@ -26,6 +26,16 @@ bool next(TokenFile &file) {
     return !ended(file);
 }
 
+/// Reads three tokens and keeps the last.
+bool next_three(TokenFile &file) {
+    for (int32_t i = 0; i < 3; ++i) {
+        if (!next(file)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool next_up_to(TokenFile &file, std::string_view text) {
     do {
         if (!next(file)) {
@@ -64,7 +74,7 @@ bool enter_frame(TrackWalk &walk) {
     if (!token_is(file.token, walk.signature) && !next_up_to(file, walk.signature)) {
         return false;
     }
-    if (!next(file) || !next(file) || !next(file)) {
+    if (!next_three(file)) {
         return false;
     }
     walk.time = static_cast<float>(token_number(file.token));
@@ -92,7 +102,7 @@ bool visit_rows(TrackWalk &walk, int32_t &highest) {
             return false;
         }
         highest = index > highest ? index : highest;
-        if (!next(walk.file) || !next(walk.file) || !next(walk.file)) {
+        if (!next_three(walk.file)) {
             return false;
         }
     }
@@ -109,7 +119,7 @@ bool revisit_rows(TrackWalk &walk, int32_t total, int32_t *counts) {
         if (index >= 1 && index <= total) {
             ++counts[index - 1];
         }
-        if (!next(walk.file) || !next(walk.file) || !next(walk.file)) {
+        if (!next_three(walk.file)) {
             return false;
         }
     }

@@ -337,3 +337,48 @@ TEST(SkipTokens, EqualsReadingOneByOne) {
         }
     }
 }
+/// What read_whole makes of a text, and what it makes of the same token in two steps.
+void expect_whole(std::string_view text, int32_t value) {
+    TokenFile file;
+    open_tokens_from_memory(file, text.data(), text.size());
+    EXPECT_EQ(read_whole(file), value) << text;
+    const std::string token(file.token);
+    rewind_tokens(file);
+    EXPECT_EQ(token_integer(read_token(file)), value) << text;
+    EXPECT_EQ(file.token, token) << text;
+    close_tokens(file);
+}
+
+TEST(Tokens, WholeNumbersReadInOneWalkAreThoseOfTheToken) {
+    expect_whole("0", 0);
+    expect_whole("  42 7", 42);
+    expect_whole("999999999 x", 999999999);
+    expect_whole("2147483647", 2147483647);
+    expect_whole("99999999999", 2147483647);
+    expect_whole("-5", -5);
+    expect_whole("12.9", 12);
+    expect_whole("7x", 7);
+    expect_whole("x7", 0);
+    expect_whole(std::string_view("3\0004", 3), 3);
+    expect_whole("", 0);
+}
+
+TEST(Tokens, AFloatIsPassedAsFarAsItGoes) {
+    const struct {
+        const char *text;
+        const char *next;
+    } cases[] = {{"1.5 a", "a"}, {" -2e3x b", "x"}, {"word b", "word"}, {"nan b", "b"}};
+    for (const auto &row : cases) {
+        TokenFile file;
+        open_tokens_from_memory(file, row.text, std::char_traits<char>::length(row.text));
+        pass_float(file);
+        EXPECT_FALSE(file.ended);
+        EXPECT_EQ(read_token(file), row.next) << row.text;
+        close_tokens(file);
+    }
+    TokenFile file;
+    open_tokens_from_memory(file, "  ", 2);
+    pass_float(file);
+    EXPECT_TRUE(file.ended);
+    close_tokens(file);
+}
