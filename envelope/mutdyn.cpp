@@ -69,7 +69,7 @@ void filter_span(const Run &run, const char *format) {
 /// A file is in dB when more than nine in ten of its first frame's points hold something
 /// negative.
 bool is_in_db(LpcFrame frame, int32_t p) {
-    const int32_t records = lpc_records(frame);
+    const int32_t records = frame != nullptr ? lpc_records(frame) : 0;
     double negatives = 0;
     for (int32_t j = 1; j <= p && j < records; ++j) {
         negatives += frame[j]->amp < 0.0 ? 1 : 0;
@@ -80,6 +80,9 @@ bool is_in_db(LpcFrame frame, int32_t p) {
 
 /// Reads the frames and filters by each pair.
 void filter_all(Run &run, int16_t p) {
+    if (run.a == nullptr || run.b == nullptr) {
+        return; // no memory for them
+    }
     lpcf_read(run.a, p);
     lpcf_read(run.b, p);
     run.dbmode = is_in_db(run.a, p) ? 1 : 0;

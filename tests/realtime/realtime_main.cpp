@@ -4,6 +4,7 @@
 #include "live/ag.h"
 #include "live/agnf.h"
 #include "live/audio_unit.h"
+#include "live/cleanup.h"
 #include "live/fbp.h"
 #include "live/mixer.h"
 #include "live/requests.h"
