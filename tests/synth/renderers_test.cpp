@@ -425,6 +425,19 @@ TEST_F(Renderers, EvenAndOddPartialsAreSummed) {
     EXPECT_EQ(fbuffersize, small_frames);
 }
 
+// At 22050.5 Hz ten seconds are 220505 frames, or 220500 where the rate is cut first.
+TEST_F(Renderers, TheSplitRendersAloneCutTheRate) {
+    R = 22050.5;
+    sndlen = 10.0f;
+    std::vector<size_t> lengths;
+    for (void (*render)() : {+[] { syn(0.0f, 10.0f); }, +[] { syns(0.0f, 10.0f); }, synch,
+                             +[] { synsum(0.0f, 10.0f); }, synsumT}) {
+        printed(render);
+        lengths.push_back(played.samples.size());
+    }
+    EXPECT_EQ(lengths, (std::vector<size_t>{220505, 220505, 220505, 220500, 220500}));
+}
+
 TEST_F(Renderers, OddPartialsOfOneAreNone) {
     fill_store({{{0.0f, 440.0f, 0.0f}, {0.1f, 440.0f, 0.0f}}});
     Samples even(4410), odd(4410);

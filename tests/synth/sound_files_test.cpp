@@ -172,6 +172,25 @@ TEST_F(SoundFiles, WriterGrowsTheCountsItIsGiven) {
     EXPECT_EQ(number_at(bytes, 4 + 46, 8), 0);
 }
 
+TEST_F(SoundFiles, WriterCountsFramesInSinglePrecision) {
+    ASSERT_LT(static_cast<double>(0.7f) * 10.0, 7.0);
+    FILE *file = std::fopen(path("h").c_str(), "wb");
+    printed([&] { EXPECT_EQ(wrAiff_h3(0.7f, 10.0f, file, initAiff_h({})).frames, 7); });
+    std::fclose(file);
+    EXPECT_EQ(number_at(bytes_of("h"), 22, 4), 7);
+}
+
+TEST_F(SoundFiles, RateIsTheOutputs) {
+    fill_sound({0.0f});
+    R = 48000.0;
+    sndlen = 0.5f;
+    const std::string text = write(1);
+    EXPECT_NE(text.find("\trate = 48000.00\n"), std::string::npos) << text;
+    const FileBytes bytes = bytes_of("tone.AIFF");
+    EXPECT_EQ(number_at(bytes, 22, 4), 24000);
+    EXPECT_EQ(number_at(bytes, 28, 4), 0x400EBB80);
+}
+
 TEST_F(SoundFiles, LengthsThatAreNoCountAreHarmless) {
     for (const float length : {std::nanf(""), infinity, -infinity, -1.0f, 1e30f}) {
         FILE *file = std::fopen(path("h").c_str(), "wb");
