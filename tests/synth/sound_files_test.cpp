@@ -5,6 +5,7 @@
 #include "synth/sound.h"
 #include "synth/sound_files.h"
 #include "tests/support/child.h"
+#include "tests/support/command_output.h"
 #include "tests/support/console.h"
 #include "tests/support/sound_folder.h"
 
@@ -430,16 +431,6 @@ TEST_F(SoundFiles, FolderInPlaceOfTheFileCostsOneLine) {
 // --- other readers -----------------------------------------------------------------------------
 
 namespace {
-
-std::string output_of(const std::string &command) {
-    std::string text;
-    FILE *pipe = popen(command.c_str(), "r");
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        text += static_cast<char>(c);
-    }
-    pclose(pipe);
-    return text;
-}
 
 bool has_program(const std::string &program) {
     return !output_of("command -v " + program).empty();
