@@ -11,7 +11,7 @@
 void CreateAndConnectFpOutputUnit1(FloatPlayer *record);
 
 /// Plays fBuffer from its beginning; `start` (seconds) is where the play head begins. Nothing
-/// while it plays already. Returns 0.
+/// while it plays already. `frames` is told under dbp, no more. Returns 0.
 int32_t fbplay1(float start, int64_t frames);
 
 /// Asks for the fade-out to a stop; the place is kept.

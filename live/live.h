@@ -87,7 +87,7 @@ struct FloatPlayer {
     float level;           // of the last block
     float prev_level;      // of the block before
     float seconds;         // time played, for the play head
-    int32_t frames_played; //
+    int32_t frames_played; // counted by blocks
     int32_t blocks;        // callbacks since the start
     uint8_t loop;          // the sound repeats without end
 };

@@ -7,8 +7,8 @@
 /// In memory; passed by value.
 struct AiffHeader {
     int64_t form_size;   // bytes of the FORM chunk: the file's length less 8
-    int64_t comm_size;   // bytes of the COMM chunk
-    int16_t channels;    //
+    int64_t comm_size;   // bytes of the COMM chunk; written as 18 whatever it holds
+    int16_t channels;    // written as 1 whatever it holds
     int64_t frames;      // sample frames
     int16_t sample_size; // bits
     uint8_t rate[10];    // sample rate in Hz, 80-bit extended, big-endian

@@ -25,7 +25,7 @@ float find_tanfreq(int32_t p, int32_t j) {
     const Breakpoint *points = parray[p];
     const float hertz = points[j + 1].freq - points[j].freq;
     const float radians = points[j + 1].phase - points[j].phase;
-    return (hertz + radians / two_pi_f) / span(points, j, 1);
+    return (hertz + radians / TWOPI_F) / span(points, j, 1);
 }
 
 float bug_tanfreq(int32_t p, int32_t j) {

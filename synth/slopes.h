@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-constexpr float two_pi_f = 6.2831855f;
+constexpr float TWOPI_F = 6.2831855f; // one turn, radians
 
 /// Hz per second. The phase difference, in cycles, is added to the frequency difference so that
 /// the oscillator lands near the next point's phase; the mix of units is meant.

@@ -147,7 +147,7 @@ void render_partial(const Render &render, int32_t p) {
     Voice voice = voice_at(render, p, 0, 0.0f);
     voice.dA = lin_tanamp(p, 0) / render.rate;
     voice.dF = find_tanfreq(p, 0) / render.rate;
-    const float radians_per_hz = two_pi_f / render.rate;
+    const float radians_per_hz = TWOPI_F / render.rate;
     for (; n < end; ++n) {
         if (has_point(render, voice, voice.j + 1) && n > render.frame(points[voice.j + 1].time)) {
             reach_point(render, voice);
@@ -226,12 +226,12 @@ void render_stretch(const Render &render, const SynthStretch &stretch, int64_t i
                     points[stretch.first].freq, points[stretch.first].amp);
     }
     Voice voice = start_stretch(render, stretch);
-    const float radians_per_hz = two_pi_f / render.rate;
+    const float radians_per_hz = TWOPI_F / render.rate;
     for (; n <= stop; ++n) {
         if (has_point(render, voice, voice.j + 1) && n >= render.frame(points[voice.j + 1].time)) {
             pass_point(render, stretch, index, voice);
         }
-        add(render, n, step(voice, radians_per_hz, two_pi, two_pi_f));
+        add(render, n, step(voice, radians_per_hz, two_pi, TWOPI_F));
     }
 }
 

@@ -14,8 +14,8 @@ constexpr size_t row_stride = 256 + 16; // floats; a power of two would crowd th
 
 /// Room for one block of lanes; one for each worker, never on a thread's stack.
 struct LaneScratch {
-    alignas(64) float ph[chunk_frames * lane_count]; // by frames, or one voice's
-    alignas(64) float a[chunk_frames * lane_count];  //
+    alignas(64) float ph[chunk_frames * lane_count]; // radians by frames, or one voice's
+    alignas(64) float a[chunk_frames * lane_count];  // linear, likewise
     alignas(64) float row[lane_count * row_stride];  // samples by lanes
 };
 

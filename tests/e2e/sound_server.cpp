@@ -1,6 +1,7 @@
 #include "tests/e2e/sound_server.h"
 
 #include "tests/e2e/process.h"
+#include "tests/support/command_output.h"
 
 #include <csignal>
 #include <cstdio>
@@ -40,19 +41,6 @@ void end_at(pid_t &process, int signal) {
         end_process(process, signal);
         process = -1;
     }
-}
-
-/// All that a shell command writes.
-std::string output_of(const std::string &command) {
-    std::string text;
-    if (FILE *from = popen(command.c_str(), "r")) {
-        char bytes[4096];
-        while (const size_t count = fread(bytes, 1, sizeof bytes, from)) {
-            text.append(bytes, count);
-        }
-        pclose(from);
-    }
-    return text;
 }
 
 std::string content_of(const std::string &file) {

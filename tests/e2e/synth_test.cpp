@@ -1,9 +1,9 @@
 // The entries of "Synth" from the menu, and what other programs find in the sounds that they leave.
 
 #include "tests/e2e/menu_test.h"
+#include "tests/support/command_output.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <regex>
@@ -21,16 +21,6 @@ std::string pair_file() {
            "( POINTS 5\n0.0 440 0\n0.5 440 0\n1.0 440 0\n1.5 440 0\n2.0 440 0\n)\n"
            "( POINTS 5\n0.0 220 -140\n0.5 220 -140\n1.0 220 -140\n1.5 220 -140\n2.0 220 -140\n)\n"
            ")\n";
-}
-
-std::string output_of(const std::string &command) {
-    std::string text;
-    FILE *pipe = popen(command.c_str(), "r");
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        text += static_cast<char>(c);
-    }
-    pclose(pipe);
-    return text;
 }
 
 /// The number behind the colon of one of sox's lines.

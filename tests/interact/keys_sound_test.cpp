@@ -111,6 +111,15 @@ TEST_F(KeysSound, ReturnLeavesARestingPlayer) {
     EXPECT_EQ(posted(), 1);
 }
 
+TEST_F(KeysSound, ReturnWithoutASound) {
+    fplayer.position = 250.0;
+    EXPECT_EQ(press(key_return), "Enter\n");
+    EXPECT_TRUE(players_left_alone());
+    EXPECT_EQ(fplayer.position, 250.0);
+    EXPECT_EQ(idle(), nullptr);
+    EXPECT_EQ(posted(), 1);
+}
+
 TEST_F(KeysSound, ReturnKeepsTheIdleFunctionOfAZone) {
     zgen.state = 2;
     press(key_return);

@@ -130,8 +130,25 @@ TEST_F(PlayerTest, TheIdleFunctionOfAZoneOutlivesThePlay) {
     block();
     zgen.state = 2;
     block();
+    zgen.state = 0; // what counts is how it stood at the block
     EXPECT_EQ(served(), "fpAU:Stopped!\n");
     EXPECT_EQ(idle(), Idle);
+}
+
+TEST_F(PlayerTest, AStartComesBehindWhatTheLastPlayAskedFor) {
+    for (void (*start)() : {+[] { fbplay1(0.0f, 4000); }, fbresume1}) {
+        give_sound(4000);
+        fresh_player();
+        play();
+        block();
+        fbstop1();
+        block();
+        block();
+        const std::string said = printed(start);
+        EXPECT_TRUE(said.starts_with("fpAU:Stopped!\n" + frames_line(4000))) << said;
+        EXPECT_EQ(served(), "");
+        EXPECT_EQ(idle(), Idle);
+    }
 }
 
 TEST_F(PlayerTest, EndFadesOverTheBlockBeforeTheLast) {
@@ -220,6 +237,18 @@ TEST_F(PlayerTest, AShortSoundFadesOutStraightAfterItsFadeIn) {
     EXPECT_EQ(block(), Samples(512, 0.0f));
 }
 
+TEST_F(PlayerTest, FromTwoBlocksOnABlockIsPlayedBehindTheFadeIn) {
+    for (const auto &[frames, state] : {std::pair{1023, 7}, {1024, 2}, {1025, 2}, {1535, 2}}) {
+        give_sound(frames);
+        fresh_player();
+        play();
+        EXPECT_EQ(block(), rising(0)) << frames;
+        EXPECT_EQ(fplayer.state, state) << frames;
+    }
+    EXPECT_EQ(block(), level(512));
+    EXPECT_EQ(fplayer.state, 7);
+}
+
 TEST_F(PlayerTest, ASoundOfLessThanABlockEndsInItsFadeIn) {
     give_sound(100);
     play();
@@ -267,7 +296,11 @@ TEST_F(PlayerTest, PauseAndResumeLoseNoFrame) {
     EXPECT_EQ(block(), falling(1024));
     block();
     served();
+    fplayer.buffer = nullptr;
+    N = 0.0f;
     EXPECT_EQ(printed([] { fbresume1(); }), frames_line(10000) + "zgen.state = 0\n");
+    EXPECT_EQ(fplayer.buffer, fBuffer);
+    EXPECT_EQ(N, 2000.0f);
     EXPECT_EQ(standing(), "state 1 playing 1 position 1536 total 1536");
     EXPECT_EQ(fplayer.frames_played, 1535);
     EXPECT_EQ(fplayer.seconds, static_cast<float>(1536.0 / 44100.0) + 0.5f);

@@ -204,3 +204,28 @@ TEST_P(Stretches, AnyOtherFlagLetsTheOldSlopesRunOn) {
     EXPECT_TRUE(same_bits(Samples(out.begin(), out.begin() + 2 * tenth - 1),
                           Samples(expected.begin(), expected.begin() + 2 * tenth - 1)));
 }
+
+TEST_P(Stretches, OnlyAnUnselectedPointBeforeAStretchMakesItFadeIn) {
+    fill_store({six_points(0.0f, 300.0f, -3.0f)});
+    spread_phases();
+    select_points({"211111"});
+    Samples expected(26460);
+    float ph = parray[0][1].phase;
+    for (int32_t i = 1; i < 5; ++i) {
+        add_straight(i, ph, expected);
+    }
+    EXPECT_TRUE(same_bits(rendered(), expected));
+}
+
+// The partial is done where it reaches the time of its last point: what goes back in time behind
+// that is not rendered.
+TEST_P(Stretches, APartialThatGoesBackInTimeEndsAtItsEnd) {
+    fill_store(
+        {{{0.0f, 440.0f, 0.0f}, {1.0f, 440.0f, 0.0f}, {0.01f, 90.0f, 0.0f}, {0.5f, 99.0f, 0.0f}}});
+    select_points({"1111"});
+    const Samples out = rendered();
+    parray[0][2].time = 0.7f;
+    EXPECT_TRUE(same_bits(rendered(), out));
+    EXPECT_GT(largest(out, 0, 22050), 0.9f);
+    EXPECT_EQ(largest(out, 22050, 26460), 0.0f);
+}

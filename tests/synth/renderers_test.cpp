@@ -44,6 +44,7 @@ class Renderers : public SynthTest {
         folder_ = fs::temp_directory_path() / ("renderers_" + std::to_string(getpid()));
         fs::create_directory(folder_);
         fill_store(small_content());
+        sndstart = 0.125f; // for the player alone; the samples stand where they are
         spread_phases();
         select_points({"0111", "110", "11", "1"});
     }
@@ -201,9 +202,9 @@ TEST_F(Renderers, NoWorkersGiveSilence) {
 // 22050.5 Hz counts as 22050; the product with 400.00003 s rounds in single precision.
 TEST_F(Renderers, FramesAreCountedInSinglePrecision) {
     R = 22050.5;
-    sndlen = 0.7f;
+    sndlen = 10.0f;
     synsumWT(0, nullptr);
-    EXPECT_EQ(fbuffersize, static_cast<int64_t>(22050.0f * 0.7f));
+    EXPECT_EQ(fbuffersize, 220500);
     R = 44100.0;
     fill_store({});
     sndlen = 400.00003f;
@@ -422,6 +423,19 @@ TEST_F(Renderers, EvenAndOddPartialsAreSummed) {
     EXPECT_EQ(fBuffR, nullptr);
     EXPECT_EQ(fBuffer, nullptr);
     EXPECT_EQ(fbuffersize, small_frames);
+}
+
+// At 22050.5 Hz ten seconds are 220505 frames, or 220500 where the rate is cut first.
+TEST_F(Renderers, TheSplitRendersAloneCutTheRate) {
+    R = 22050.5;
+    sndlen = 10.0f;
+    std::vector<size_t> lengths;
+    for (void (*render)() : {+[] { syn(0.0f, 10.0f); }, +[] { syns(0.0f, 10.0f); }, synch,
+                             +[] { synsum(0.0f, 10.0f); }, synsumT}) {
+        printed(render);
+        lengths.push_back(played.samples.size());
+    }
+    EXPECT_EQ(lengths, (std::vector<size_t>{220505, 220505, 220505, 220500, 220500}));
 }
 
 TEST_F(Renderers, OddPartialsOfOneAreNone) {

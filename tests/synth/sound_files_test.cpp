@@ -5,6 +5,7 @@
 #include "synth/sound.h"
 #include "synth/sound_files.h"
 #include "tests/support/child.h"
+#include "tests/support/command_output.h"
 #include "tests/support/console.h"
 #include "tests/support/sound_folder.h"
 
@@ -170,6 +171,25 @@ TEST_F(SoundFiles, WriterGrowsTheCountsItIsGiven) {
     EXPECT_EQ(number_at(bytes, 4 + 28, 4), 0x4002A400); // 10.25 is 1.28125 times 8
     EXPECT_EQ(number_at(bytes, 4 + 42, 4), 640);
     EXPECT_EQ(number_at(bytes, 4 + 46, 8), 0);
+}
+
+TEST_F(SoundFiles, WriterCountsFramesInSinglePrecision) {
+    ASSERT_LT(static_cast<double>(0.7f) * 10.0, 7.0);
+    FILE *file = std::fopen(path("h").c_str(), "wb");
+    printed([&] { EXPECT_EQ(wrAiff_h3(0.7f, 10.0f, file, initAiff_h({})).frames, 7); });
+    std::fclose(file);
+    EXPECT_EQ(number_at(bytes_of("h"), 22, 4), 7);
+}
+
+TEST_F(SoundFiles, RateIsTheOutputs) {
+    fill_sound({0.0f});
+    R = 48000.0;
+    sndlen = 0.5f;
+    const std::string text = write(1);
+    EXPECT_NE(text.find("\trate = 48000.00\n"), std::string::npos) << text;
+    const FileBytes bytes = bytes_of("tone.AIFF");
+    EXPECT_EQ(number_at(bytes, 22, 4), 24000);
+    EXPECT_EQ(number_at(bytes, 28, 4), 0x400EBB80);
 }
 
 TEST_F(SoundFiles, LengthsThatAreNoCountAreHarmless) {
@@ -411,16 +431,6 @@ TEST_F(SoundFiles, FolderInPlaceOfTheFileCostsOneLine) {
 // --- other readers -----------------------------------------------------------------------------
 
 namespace {
-
-std::string output_of(const std::string &command) {
-    std::string text;
-    FILE *pipe = popen(command.c_str(), "r");
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        text += static_cast<char>(c);
-    }
-    pclose(pipe);
-    return text;
-}
 
 bool has_program(const std::string &program) {
     return !output_of("command -v " + program).empty();

@@ -63,6 +63,14 @@ TEST_F(Synth33, TwoPointsOnOneFrameAreBridgedWithoutSubtraction) {
     expect_samples(rendered(), {0.5, 0, -1, 0, 1 + 2 * rise, 0, -(1 + 4 * rise), 0});
 }
 
+TEST_F(Synth33, PointsLessThanAFrameApartAreBridgedAcrossTwoFramesToo) {
+    // Frames 1 and 2; half a frame lies between them. What counts is the distance.
+    fill_store(
+        {{{0.0f, 2.0f, 0.0f}, {0.2f, 2.0f, 0.0f}, {0.26f, 2.0f, 0.0f}, {1.0f, 2.0f, -20.0f}}});
+    const double rise = 0.1 / 0.8 / 8.0;
+    expect_samples(rendered(), {0.5, 0, -(1 + rise), 0, 1 + 3 * rise, 0, -(1 + 5 * rise), 0});
+}
+
 TEST_F(Synth33, BridgeTakesTheFrequencyOfBothSegmentsAndNoPhase) {
     fill_store({{{0.0f, 2.0f, 0.0f}, {0.25f, 2.0f, 0.0f}, {0.3f, 9.0f, 0.0f}, {1.0f, 0.5f, 0.0f}}});
     parray[0][1].phase = 2.0f; // the first segment alone feels it
@@ -230,6 +238,14 @@ TEST_F(Synth33, StretchStartsAtThePhaseOfItsFirstPoint) {
 
 TEST_F(Synth33, FadeOutCoversTheThirdLastSegmentAndJumpsBack) {
     fill_store({even(6)});
+    select(0, 1, 4);
+    expect_samples(rendered(1),
+                   {0, 0, 0, 0, 0.0625, 0, -0.5625, 0, 0.75, 0, -0.25, 0, 1, 0, -1, 0});
+}
+
+// It takes a last point for one in the middle.
+TEST_F(Synth33, FadeOutComesInAStretchUpToThePartialsEndToo) {
+    fill_store({even(5)});
     select(0, 1, 4);
     expect_samples(rendered(1),
                    {0, 0, 0, 0, 0.0625, 0, -0.5625, 0, 0.75, 0, -0.25, 0, 1, 0, -1, 0});
