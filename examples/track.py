@@ -5,7 +5,7 @@
 
 LIST is SOUND with the ending .pt where it is left out. LOWEST, in Hz, is the lowest pitch to be
 told apart, 100 where it is left out: half of it takes a window of twice the length. A second of
-sound takes a second or more. Needs nothing but Python.
+sound takes a few seconds. Needs nothing but Python.
 """
 
 import cmath
