@@ -20,18 +20,18 @@ struct CameraRecord {
 constexpr int32_t design_size = 450;
 
 // Flags, changed by the command line, keys and menu.
-extern int32_t flat;      // 1: flat view, 0: perspective
-extern int32_t clo;       // 1: flat came from the command line and the menu was not used yet
-extern int32_t bps;       // non-zero: breakpoints are shown
-extern int32_t logpos;    // non-zero: logarithmic frequency axis
-extern uint16_t coord;    // non-zero: axes are shown
-extern uint8_t gShowHelp; // non-zero: help lines
-extern uint8_t gShowInfo; // non-zero: information lines
-extern uint8_t gShowMethod;
-extern uint8_t gShowStaff; // 1: staff lines
-extern uint8_t gShowClef;  // non-zero: clefs, in the log view
-extern int16_t X;          // non-zero: shifts move in time
-extern int16_t Y;          // non-zero: shifts move in frequency
+extern int32_t flat;        // 1: flat view, 0: perspective
+extern int32_t clo;         // 1: flat came from the command line and the menu was not used yet
+extern int32_t bps;         // non-zero: breakpoints are shown
+extern int32_t logpos;      // non-zero: logarithmic frequency axis
+extern uint16_t coord;      // non-zero: axes are shown
+extern uint8_t gShowHelp;   // non-zero: help lines
+extern uint8_t gShowInfo;   // non-zero: information lines
+extern uint8_t gShowMethod; // 1: the line of the last gesture
+extern uint8_t gShowStaff;  // 1: staff lines
+extern uint8_t gShowClef;   // non-zero: clefs, in the log view
+extern int16_t X;           // non-zero: shifts move in time
+extern int16_t Y;           // non-zero: shifts move in frequency
 
 // Changed by view drags.
 extern CameraRecord gCamera;

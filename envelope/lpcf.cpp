@@ -115,7 +115,7 @@ float lpcf_pos(int32_t n) {
             afPtr.next = head;
             return static_cast<float>(value);
         }
-        if (i == n - 1) {
+        if (i + 1 == n) {
             value = time + value2;
         }
         skip_rest_of_frame(p);
@@ -152,8 +152,12 @@ LpcSize lpcf_len(const char *filename) {
 LpcFrame lpc_initialize(int32_t, int32_t p) {
     const size_t records = p >= 0 ? static_cast<size_t>(p) + 1 : 0;
     auto *frame = static_cast<LpcFrame>(std::calloc(records + 1, sizeof(LpcRecord *)));
-    for (size_t i = 0; i < records; ++i) {
+    for (size_t i = 0; frame != nullptr && i < records; ++i) {
         frame[i] = static_cast<LpcRecord *>(std::calloc(1, sizeof(LpcRecord)));
+        if (frame[i] == nullptr) {
+            clear_lpc(frame, p);
+            frame = nullptr;
+        }
     }
     return frame;
 }

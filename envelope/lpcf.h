@@ -20,7 +20,8 @@ float lpcf_pos(int32_t n);
 /// file 0 frames, and lpcf_size stays. Leaves the file at its head, and Oerror as it was.
 LpcSize lpcf_len(const char *filename);
 
-/// A frame of p points, all 0; one without a record for a p below 0. `ignored` has no meaning.
+/// A frame of p points, all 0; one without a record for a p below 0; null where memory does not
+/// hold the whole. `ignored` has no meaning.
 LpcFrame lpc_initialize(int32_t ignored, int32_t p);
 
 /// Reads the next frame and mends levels among its last 15 elements: one above 10, or one below

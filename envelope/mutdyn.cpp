@@ -69,7 +69,7 @@ void filter_span(const Run &run, const char *format) {
 /// A file is in dB when more than nine in ten of its first frame's points hold something
 /// negative.
 bool is_in_db(LpcFrame frame, int32_t p) {
-    const int32_t records = frame != nullptr ? lpc_records(frame) : 0;
+    const int32_t records = lpc_records(frame);
     double negatives = 0;
     for (int32_t j = 1; j <= p && j < records; ++j) {
         negatives += frame[j]->amp < 0.0 ? 1 : 0;

@@ -31,7 +31,7 @@ double linear_level(const Place &at, double amp, float power) {
     const double r1 = ratio(at.b1->amp, at.a1->amp);
     const double e0 = at.a0->amp * (r0 * at.u + 1);
     const double e1 = ratio((r1 * at.u + 1) * at.b1->amp, e0);
-    return (at.w * e1 + 1) * std::pow(static_cast<float>(amp * 0.25), power) * e0;
+    return (at.w * e1 + 1) * powf(static_cast<float>(amp * 0.25), power) * e0;
 }
 
 double db_level(const Place &at, double amp, float power) {

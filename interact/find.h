@@ -13,5 +13,6 @@ void findBreakpoints(const float *tfsquare, const CameraRecord &camera);
 void deselectBreakpoints(const float *tfsquare, const CameraRecord &camera);
 
 /// For a click without horizontal motion: pushes the nearest point into the queue of found
-/// ones. Nearness in time is bounded by 45 % of the mean interval, in frequency by nothing.
+/// ones. Nearness in time is bounded by 45 % of the mean interval and by 2 % of the end time, in
+/// frequency by the height of the axis.
 void findSingleBreakpoint(const float *tfsquare, const CameraRecord &camera);

@@ -5,6 +5,7 @@
 
 #include "interact/log_refresh.h"
 #include "interact/selection.h"
+#include "store/recompute.h"
 #include "store/store.h"
 
 #include <cmath>
@@ -21,22 +22,10 @@ Breakpoint *single_found_point() {
     return &parray[queue.part0][queue.point0];
 }
 
-/// Mean frequency of a partial; widens the range by its points.
-void average_partial(int32_t i) {
-    float sum = 0.0f;
-    for (int32_t j = 0; j < npoints[i]; ++j) {
-        const float freq = parray[i][j].freq;
-        sum += freq;
-        minfreq = freq < minfreq ? freq : minfreq;
-        maxfreq = freq > maxfreq ? freq : maxfreq;
-    }
-    peval[i].avgfreq = sum / static_cast<float>(npoints[i]);
-}
-
-/// Every point's place in the range as it is now.
+/// The partial's mean, the range that it widens, and every point's place in that range. The
+/// octave is the short one here.
 void refresh_after_retune(int32_t part) {
-    average_partial(part);
-    fspan = maxfreq / minfreq;
+    recompute_pitch(part);
     logmaxfreq = static_cast<float>(std::log(static_cast<double>(fspan)) / place_octave);
     refresh_log_positions(LogAxis{minfreq, logmaxfreq, 0.0});
 }

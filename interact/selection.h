@@ -23,7 +23,7 @@ extern int32_t numfound;     // the count as the last found click left it
 extern uint8_t selecting;    // a sweep is running or its rectangle is on show
 extern FoundPoints foundSubscriptions;
 
-extern int32_t square[4];  // pixels: x at press, x at release, y at press, y at release
+extern int32_t square[4];  // pixels: x at press, x at release or latest motion, y likewise
 extern float tfsquare[4];  // scene: t of release, t of press, f of release, f of press
 extern float ztfsquare[4]; // scene: start and end of the play zone in X, its Y twice
 

@@ -8,8 +8,12 @@
 
 namespace {
 
-constexpr float degrees_a_pixel = 180.0f / 500.0f;
 constexpr double widest_aperture = 5.0; // degrees
+
+/// Degrees that a drag over so many pixels turns: half a turn on 500.
+float turn_of(int pixels) {
+    return static_cast<float>(pixels) * 180.0f / 500.0f;
+}
 
 /// Brings an angle in degrees back by one turn.
 float within_a_turn(float angle) {
@@ -54,8 +58,8 @@ void mouseRot(int x, int y) {
         return;
     }
     if (dragging == 1) {
-        rot[0] = within_a_turn(rot[0] - static_cast<float>(y - prev_y) * degrees_a_pixel);
-        rot[1] = within_a_turn(rot[1] + static_cast<float>(x - prev_x) * degrees_a_pixel);
+        rot[0] = within_a_turn(rot[0] - turn_of(y - prev_y));
+        rot[1] = within_a_turn(rot[1] + turn_of(x - prev_x));
         glutPostRedisplay();
     }
     dragging = 1;

@@ -3,7 +3,11 @@
 #include "envelope/lpcf.h"
 
 #include "tests/envelope/envelope_support.h"
+#include "tests/support/child.h"
 #include "tests/support/console.h"
+
+#include <cstdint>
+#include <cstdio>
 
 namespace {
 
@@ -97,6 +101,7 @@ TEST_F(Lpcf, PositionBeyondTheEnd) {
     EXPECT_EQ(lpcf_pos(3), -1.0f);
     EXPECT_EQ(lpcf_pos(2147483647), -1.0f);
     EXPECT_EQ(lpcf_pos(-1), -1.0f);
+    EXPECT_EQ(lpcf_pos(INT32_MIN), -1.0f);
 }
 
 TEST_F(Lpcf, PositionWalksNothingForACountBelowZero) {
@@ -184,6 +189,17 @@ TEST_F(Lpcf, AFrameOfACountBelowZeroHasNoRecord) {
     EXPECT_EQ(lpc_records(frame), 0);
     clear_lpc(frame, 1);
     clear_lpc(nullptr, 3);
+}
+
+TEST_F(Lpcf, AFrameThatMemoryDoesNotHoldIsNone) {
+    if (sanitized()) {
+        GTEST_SKIP() << "the allocator does not keep to the process's limit";
+    }
+    const ChildResult child =
+        in_child("", [] { std::printf("%d", lpc_initialize(0, INT32_MAX) == nullptr); },
+                 {.address_space = size_t{4} << 30, .seconds = 60});
+    EXPECT_EQ(child.signal, 0);
+    EXPECT_EQ(child.out, "1");
 }
 
 TEST_F(Lpcf, CopyTakesTheRecordsUpToP) {

@@ -54,11 +54,11 @@ class Mutdyn : public EnvelopeTest {
     int16_t status = 99;
 };
 
-/// What a span prints; lines behind the first use blanks.
-std::string span_line(double a, double b, bool first) {
+/// What a span of frames of p points prints; lines behind the first use blanks.
+std::string span_line(double a, double b, bool first, int p = 4) {
     char line[100];
-    std::snprintf(line, sizeof line, first ? "%f\t%d\t\t%f\t%d\n" : "%f  %d\t\t%f  %d\n", a, 4, b,
-                  4);
+    std::snprintf(line, sizeof line, first ? "%f\t%d\t\t%f\t%d\n" : "%f  %d\t\t%f  %d\n", a, p, b,
+                  p);
     return line + std::string(applied);
 }
 
@@ -188,6 +188,32 @@ TEST_F(Mutdyn, AFileOfOneFrameHasNoLength) {
     run(file_of("0 2\n-1 100\n-1 20000\n") + "\n", 1);
     EXPECT_EQ(status, 2);
     EXPECT_EQ(levels()[1], -20.0f);
+}
+
+TEST_F(Mutdyn, AFirstFrameThatIsCutHasNoLengthEither) {
+    run(file_of("0 3\n0.5 100\n0.5") + "\n", 1);
+    EXPECT_EQ(status, 3);
+    EXPECT_EQ(levels()[1], -20.0f);
+}
+
+TEST_F(Mutdyn, ASecondFrameThatIsCutIsFilledWithItsLastToken) {
+    // Every level reads as 0 among so few, which makes the file linear and the points silent.
+    const std::string name = file_of("0 2\n-1 100\n-1 20000\n1 2\n-1\n");
+    EXPECT_EQ(run(name + "\n", 1), std::string(ask_file) + "\n\n\n" + span_line(0, 8, true, 2));
+    EXPECT_EQ(status, 2);
+    EXPECT_EQ(levels(), (Levels{0, 0, 0, 0, 0, 0, 0, -20, -92}));
+}
+
+TEST_F(Mutdyn, FramesWithoutPointsShapeOnlyTheEnds) {
+    const std::string name = file_of("0 0\n1 0\n2 0\n3 0\n");
+    const double s = 8.0f / 3.0f;
+    EXPECT_EQ(run(name + "\n", 1), std::string(ask_file) + "\n\n\n" + span_line(0, s, true, 0) +
+                                       "\n" + span_line(s, 2 * s, false, 0) + "\n" +
+                                       span_line(2 * s, 3 * s, false, 0) + "\nat EOF\n");
+    EXPECT_EQ(status, -11);
+    EXPECT_EQ(lpc_is, 1);
+    EXPECT_EQ(lpc1_is, 1);
+    EXPECT_EQ(levels(), (Levels{-20, -20, -20, -20, -20, -20, -20, -20, -92}));
 }
 
 TEST_F(Mutdyn, FramesOfOnePoint) {

@@ -87,6 +87,13 @@ TEST_F(ViewDrags, RotationTurnsByThirtySixHundredthsOfADegreeAPixel) {
     EXPECT_EQ(redisplays(), 2);
 }
 
+TEST_F(ViewDrags, RotationRoundsTheWholeTurnOnce) {
+    mouseRot(0, 0);
+    mouseRot(5, 9);
+    EXPECT_EQ(rot[1], 1.8f);
+    EXPECT_EQ(rot[0], -3.24f);
+}
+
 TEST_F(ViewDrags, RotationPast360WrapsByOneTurn) {
     mouseRot(0, 0);
     mouseRot(1050, 0); // 378 degrees
