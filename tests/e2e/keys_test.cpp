@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double high = 0.8, middle = 0.48;
+constexpr double high = 0.8;
 constexpr Spot aside = {20, 60};
 const Rgb gesture_text = rgb(0.46, 0.35, 0.06);
 const Rgb marker = rgb(1.0, 0.9, 0.0);

@@ -47,8 +47,6 @@ std::ostream &operator<<(std::ostream &out, const PressRow &row) {
     return out << row.name;
 }
 
-const char *const unbuilt = "Not implemented yet...\n";
-
 const PressRow press_rows[] = {
     {"LeftShift", left, shift, 1, 1, mouseTranslate, 0, 1, ""},
     {"LeftShiftPerspective", left, shift, 0, 0, mouseTranslate, 0, 1, ""},
