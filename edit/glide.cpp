@@ -2,6 +2,7 @@
 
 #include "edit/shifts.h"
 
+#include "edit/selected.h"
 #include "store/recompute.h"
 #include "store/runs.h"
 #include "store/settings.h"
@@ -32,9 +33,7 @@ struct Glide {
 
 bool glides(const SelectedRun &run) {
     const Breakpoint *points = parray[run.partial];
-    return std::count_if(points + run.first, points + run.last + 1, [](const Breakpoint &point) {
-               return point.selected == 1;
-           }) >= fewest_flagged;
+    return std::count_if(points + run.first, points + run.last + 1, is_selected) >= fewest_flagged;
 }
 
 float harmonic_mean(const SelectedRun &run) {

@@ -124,6 +124,8 @@ float string2ratio(const char *text) {
     if (slash + 1 >= length) {
         value = std::atof(text);
     } else if (slash >= numerator_room) {
+        std::fprintf(stderr, "Quillgrove: a numerator of %zu characters exceeds the limit of %zu\n",
+                     slash, numerator_room - 1);
         return 1.0f;
     } else {
         value = fraction(text, length, slash);
