@@ -75,17 +75,19 @@ void va_pitch(float ratio) {
     std::erase_if(runs, [](const SelectedRun &run) { return !glides(run); });
     if (verbose != 0) {
         std::puts("Time-varying pitch shift:");
-        std::printf("number of candidates: %zu\n", runs.size());
+        std::printf("number of candidates: %d\n", static_cast<int32_t>(runs.size()));
     }
     std::vector<Glide> cands;
     cands.reserve(runs.size());
     for (const SelectedRun &run : runs) {
         cands.push_back(glide_of(run, ratio));
     }
-    for (size_t c = 0; dbp != 0 && c < cands.size(); ++c) {
-        const Glide &glide = cands[c];
-        std::printf("cands[%zu] @[%d]: %d-->%d (%f-->%f sec.) @%fHz\n", c, glide.partial,
-                    glide.first, glide.last, glide.start, glide.end, glide.mean);
+    int32_t number = 0;
+    for (const Glide &glide : cands) {
+        if (dbp != 0) {
+            std::printf("cands[%d] @[%d]: %d-->%d (%f-->%f sec.) @%fHz\n", number++, glide.partial,
+                        glide.first, glide.last, glide.start, glide.end, glide.mean);
+        }
     }
     for (const Glide &glide : cands) {
         apply(glide);

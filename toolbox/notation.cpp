@@ -119,7 +119,7 @@ float string2ratio(const char *text) {
     }
     const size_t length = std::strlen(text);
     const size_t slash = std::strcspn(text, "/");
-    std::printf("len = %zd\ti = %zd\n", static_cast<ssize_t>(length), static_cast<ssize_t>(slash));
+    std::printf("len = %zd\ti = %d\n", static_cast<ssize_t>(length), static_cast<int>(slash));
     double value;
     if (slash + 1 >= length) {
         value = std::atof(text);
