@@ -1,6 +1,5 @@
 #include "edit/candidates.h"
 
-#include "interact/selection.h"
 #include "store/runs.h"
 #include "store/slots.h"
 
@@ -78,9 +77,4 @@ int32_t append_partials(const Candidates &candidates, int32_t copies, bool trace
     regrow_peval();
     std::fill(peval + first, peval + partials, PartialEval{});
     return first;
-}
-
-void declare_selected() {
-    selected = 1;
-    sweepSelect = 1;
 }

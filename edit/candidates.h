@@ -39,6 +39,3 @@ bool may_copy(const Candidates &candidates, int32_t copies);
 /// long as its source, with summaries to match; raises `partials`. Returns the number of the
 /// first. `trace` prints every count of the store and every new array.
 int32_t append_partials(const Candidates &candidates, int32_t copies, bool trace);
-
-/// Sets the summary flags of a group selection.
-void declare_selected();

@@ -68,7 +68,7 @@ void extend3d(int32_t part, int32_t additional) {
         std::puts("quit and relaunch the program");
         return;
     }
-    if (additional > most_new_points) {
+    if (additional > most_appended_points) {
         std::fprintf(stderr, "Quillgrove: cannot append %d points\n", additional);
         return;
     }

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 /// The most points that one command appends.
-constexpr int32_t most_new_points = 1000000;
+constexpr int32_t most_appended_points = 1000000;
 
 /// Appends `additional` points to partial `part`, at its mean spacing, its last frequency and
 /// the level of its last but one point, lifts what is below -80 dB in it, and ends it at -120

@@ -4,6 +4,7 @@
 #include "edit/decay.h"
 #include "edit/multipliers.h"
 #include "interact/clear.h"
+#include "interact/selection.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"

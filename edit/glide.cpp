@@ -2,6 +2,7 @@
 
 #include "edit/shifts.h"
 
+#include "edit/selected.h"
 #include "store/recompute.h"
 #include "store/runs.h"
 #include "store/settings.h"
@@ -32,9 +33,7 @@ struct Glide {
 
 bool glides(const SelectedRun &run) {
     const Breakpoint *points = parray[run.partial];
-    return std::count_if(points + run.first, points + run.last + 1, [](const Breakpoint &point) {
-               return point.selected == 1;
-           }) >= fewest_flagged;
+    return std::count_if(points + run.first, points + run.last + 1, is_selected) >= fewest_flagged;
 }
 
 float harmonic_mean(const SelectedRun &run) {
@@ -76,17 +75,19 @@ void va_pitch(float ratio) {
     std::erase_if(runs, [](const SelectedRun &run) { return !glides(run); });
     if (verbose != 0) {
         std::puts("Time-varying pitch shift:");
-        std::printf("number of candidates: %zu\n", runs.size());
+        std::printf("number of candidates: %d\n", static_cast<int32_t>(runs.size()));
     }
     std::vector<Glide> cands;
     cands.reserve(runs.size());
     for (const SelectedRun &run : runs) {
         cands.push_back(glide_of(run, ratio));
     }
-    for (size_t c = 0; dbp != 0 && c < cands.size(); ++c) {
-        const Glide &glide = cands[c];
-        std::printf("cands[%zu] @[%d]: %d-->%d (%f-->%f sec.) @%fHz\n", c, glide.partial,
-                    glide.first, glide.last, glide.start, glide.end, glide.mean);
+    int32_t number = 0;
+    for (const Glide &glide : cands) {
+        if (dbp != 0) {
+            std::printf("cands[%d] @[%d]: %d-->%d (%f-->%f sec.) @%fHz\n", number++, glide.partial,
+                        glide.first, glide.last, glide.start, glide.end, glide.mean);
+        }
     }
     for (const Glide &glide : cands) {
         apply(glide);

@@ -1,5 +1,6 @@
 #include "edit/mirror.h"
 
+#include "edit/selected.h"
 #include "store/store.h"
 
 #include <cstdio>
@@ -27,31 +28,23 @@ float settle_mirror(float freq) {
     return mirror;
 }
 
-template <typename Image> void replace_selected(Image image) {
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            if (parray[i][j].selected == 1) {
-                parray[i][j].freq = image(parray[i][j].freq);
-            }
-        }
-    }
-}
-
 } // namespace
 
 void mirror3d(float freq) {
     const float mirror = settle_mirror(freq);
     const float up = maxfreq - mirror;
     const float down = mirror - minfreq;
-    replace_selected([mirror, up, down](float f) {
-        return f >= mirror ? (maxfreq - f) * (down / up) + minfreq
-                           : maxfreq - (f - minfreq) * (up / down);
+    for_selected([mirror, up, down](Breakpoint &point) {
+        const float f = point.freq;
+        point.freq = f >= mirror ? (maxfreq - f) * (down / up) + minfreq
+                                 : maxfreq - (f - minfreq) * (up / down);
     });
     std::printf("Mirroring frequencies @%f\n", mirror);
 }
 
 void mirror_pitch(float freq) {
     const float mirror = settle_mirror(freq);
-    replace_selected([mirror](float f) { return (1.0f / (f / mirror)) * mirror; });
+    for_selected(
+        [mirror](Breakpoint &point) { point.freq = (1.0f / (point.freq / mirror)) * mirror; });
     std::printf("Mirroring pitch intervals @%f\n", mirror);
 }

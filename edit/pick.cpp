@@ -29,14 +29,9 @@ void mark_points(int32_t i, uint16_t flag) {
     }
 }
 
-void tell_selection() {
-    selected = 1;
-    sweepSelect = 1;
-}
-
 void pick_partial(int32_t i) {
     mark_points(i, 1);
-    tell_selection();
+    declare_selected();
 }
 
 /// An operator or a lower bound, then a number: narrows the widest range of times to the one
@@ -172,6 +167,6 @@ void pick_odd() {
         peval[0].selected = odd ? 1 : 0;
     }
     if (partials > 0) {
-        tell_selection();
+        declare_selected();
     }
 }

@@ -137,7 +137,7 @@ bool remove_precheck(int32_t part, int32_t point, uint16_t selected) {
 void remove3d(int32_t part, int32_t point, uint16_t selected) {
     if (selected != 0) {
         remove_marked();
-    } else if (part >= 0 && part < partials && point >= 0 && point < npoints[part]) {
+    } else if (point_exists(part, point)) {
         remove_point(part, point);
     }
 }

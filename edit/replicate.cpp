@@ -2,6 +2,7 @@
 
 #include "edit/candidates.h"
 #include "interact/clear.h"
+#include "interact/selection.h"
 #include "store/recompute.h"
 #include "store/settings.h"
 #include "store/store.h"

@@ -1,5 +1,6 @@
 #include "edit/retro.h"
 
+#include "edit/selected.h"
 #include "store/runs.h"
 #include "store/store.h"
 
@@ -9,7 +10,7 @@
 namespace {
 
 bool starts_selected(int32_t i) {
-    return npoints[i] > 0 && parray[i][0].selected == 1;
+    return npoints[i] > 0 && is_selected(parray[i][0]);
 }
 
 void exchange(Breakpoint &a, Breakpoint &b, bool times) {
@@ -38,7 +39,7 @@ void reverse_runs(bool times) {
 bool whole_partials_only() {
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 1; starts_selected(i) && j < npoints[i]; ++j) {
-            if (parray[i][j].selected != 1) {
+            if (!is_selected(parray[i][j])) {
                 return false;
             }
         }

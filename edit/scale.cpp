@@ -1,5 +1,6 @@
 #include "edit/scale.h"
 
+#include "edit/selected.h"
 #include "store/misc.h"
 #include "store/store.h"
 
@@ -10,26 +11,12 @@ namespace {
 
 constexpr float least_stretch = 0.1f;
 
-bool is_selected(int32_t i, int32_t j) {
-    return parray[i][j].selected == 1;
-}
-
-template <typename Change> void for_selected(Change change) {
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            if (is_selected(i, j)) {
-                change(parray[i][j]);
-            }
-        }
-    }
-}
-
 /// The earliest selected time, from which everything is stretched; marks what will move.
 float reference_time() {
     float reft = sndlen;
     for (int32_t i = 0; i < partials; ++i) {
         for (int32_t j = 0; j < npoints[i]; ++j) {
-            if (is_selected(i, j)) {
+            if (is_selected(parray[i][j])) {
                 if (parray[i][j].time < reft) {
                     reft = parray[i][j].time;
                 }
@@ -44,7 +31,7 @@ float reference_time() {
 /// stand if the whole partial had only moved with its first point.
 void stretch_partial(Breakpoint *points, int32_t n, float reft, float stretch) {
     float d = 0.0f;
-    if (points[0].selected == 1) {
+    if (is_selected(points[0])) {
         d = (points[0].time - reft) * stretch - (points[0].time - reft);
         points[0].time += d;
     }
@@ -53,7 +40,7 @@ void stretch_partial(Breakpoint *points, int32_t n, float reft, float stretch) {
         const Breakpoint &before = points[j - 1];
         const float t = points[j].time + d;
         points[j].scratch = t;
-        if (before.selected == 1) {
+        if (is_selected(before)) {
             points[j].time = (t - before.scratch) * stretch + before.time;
         } else {
             points[j].time = (t + before.time) - before.scratch;
@@ -95,7 +82,7 @@ struct LevelMean {
 /// value carries on behind a run, so a second run starts from the first one's.
 template <typename Mean> void walk_means(Breakpoint *points, int32_t n) {
     int32_t j = 0;
-    while (j < n && points[j].selected != 1) {
+    while (j < n && !is_selected(points[j])) {
         ++j;
     }
     float acc = 0.0f;

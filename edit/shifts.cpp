@@ -1,5 +1,6 @@
 #include "edit/shifts.h"
 
+#include "edit/selected.h"
 #include "store/recompute.h"
 #include "store/runs.h"
 #include "store/store.h"
@@ -10,10 +11,6 @@
 namespace {
 
 constexpr int32_t fade_depth = 96; // dB from one end of a fade to the other
-
-bool is_selected(int32_t i, int32_t j) {
-    return parray[i][j].selected == 1;
-}
 
 void fade_in(const SelectedRun &run) {
     const float span = static_cast<float>(run.last - run.first);
@@ -53,7 +50,7 @@ void shift_tracking(float &freq, float ratio) {
 /// No partial that moves as a whole may start before 0.
 float limit_to_start(float shift) {
     for (int32_t i = 0; i < partials; ++i) {
-        if (npoints[i] > 0 && is_selected(i, 0) && shift + parray[i][0].time < 0.0f) {
+        if (npoints[i] > 0 && is_selected(parray[i][0]) && shift + parray[i][0].time < 0.0f) {
             shift = -parray[i][0].time;
         }
     }
@@ -65,7 +62,7 @@ float limit_to_gaps(float shift) {
     for (int32_t i = 0; i < partials; ++i) {
         const Breakpoint *points = parray[i];
         for (int32_t j = 1; j < npoints[i]; ++j) {
-            if (is_selected(i, j) && !is_selected(i, j - 1) &&
+            if (is_selected(points[j]) && !is_selected(points[j - 1]) &&
                 shift + points[j].time <= points[j - 1].time) {
                 shift = (points[j].time - points[j - 1].time) * -0.5f;
                 break;
@@ -91,23 +88,11 @@ void fade(int32_t mode) {
 }
 
 void gain(float decibels) {
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            if (is_selected(i, j)) {
-                parray[i][j].amp += decibels;
-            }
-        }
-    }
+    for_selected([decibels](Breakpoint &point) { point.amp += decibels; });
 }
 
 void pitch(float ratio) {
-    for (int32_t i = 0; i < partials; ++i) {
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            if (is_selected(i, j)) {
-                shift_tracking(parray[i][j].freq, ratio);
-            }
-        }
-    }
+    for_selected([ratio](Breakpoint &point) { shift_tracking(point.freq, ratio); });
     logmaxfreq = static_cast<float>(std::log(maxfreq / minfreq) / ln_2);
 }
 

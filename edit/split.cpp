@@ -16,15 +16,10 @@ constexpr float loud = -32.0f;        // dB, what is above it next to the cut is
 constexpr float loud_drop = 18.0f;    // dB
 constexpr float end_of_fade = -90.0f; // dB, last point of the first piece
 
-bool in_partial(int32_t part, int32_t point) {
-    return point >= 0 && point < npoints[part];
-}
-
 /// The number of points before the cut; 0 when there is no place to cut.
 int32_t place_of_cut(const FoundPoints &found) {
-    const int32_t part = found.part0;
-    if (part != found.part1 || part < 0 || part >= partials || !in_partial(part, found.point0) ||
-        !in_partial(part, found.point1)) {
+    if (found.part0 != found.part1 || !point_exists(found.part0, found.point0) ||
+        !point_exists(found.part1, found.point1)) {
         return 0;
     }
     return std::max(found.point0, found.point1);

@@ -171,8 +171,7 @@ void deselectBreakpoints(const float *corners, const CameraRecord &) {
         marked = marked || peval[i].selected == 1;
     }
     if (marked) {
-        sweepSelect = 1;
-        selected = 1;
+        declare_selected();
     }
 }
 

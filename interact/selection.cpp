@@ -18,6 +18,11 @@ std::array<float, 4> swept_square() {
     return {peek(tfsquare[0]), peek(tfsquare[1]), tfsquare[2], tfsquare[3]};
 }
 
+void declare_selected() {
+    selected = 1;
+    sweepSelect = 1;
+}
+
 void reset_selection() {
     selected = 0;
     sweepSelect = 0;

@@ -30,5 +30,8 @@ extern float ztfsquare[4]; // scene: start and end of the play zone in X, its Y 
 /// tfsquare as it stands at the moment.
 std::array<float, 4> swept_square();
 
+/// Sets the flags of a group selection that has just been made.
+void declare_selected();
+
 /// Start values: nothing found, nothing selected.
 void reset_selection();

@@ -1,5 +1,6 @@
 // toolbox/auxilliary3d.h -- small numeric functions, each told once. Their oddities are part
-// of what callers see: 1 counts as even, 4 as prime. Pure, but for kbhit, randf and func1.
+// of what callers see: 1 counts as even, 4 as prime. Pure, but for kbhit, randf and func1; func1
+// runs on the window thread only.
 #pragma once
 
 #include "store/store.h"

@@ -8,7 +8,7 @@ float string2freq(const char *text);
 
 /// Transposition ratio of an interval name such as "-etP5", a fraction with a denominator of
 /// one digit, or a number. Prints what it makes of the last two. Outside 0.25 to 4 it says so
-/// and gives 1.
+/// and gives 1; so it does for a numerator of more than 15 characters, on standard error.
 float string2ratio(const char *text);
 
 /// Octave.pitch-class notation, semitones as hundredths; `tuning` is the Hz of A.

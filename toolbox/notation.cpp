@@ -119,11 +119,13 @@ float string2ratio(const char *text) {
     }
     const size_t length = std::strlen(text);
     const size_t slash = std::strcspn(text, "/");
-    std::printf("len = %zd\ti = %zd\n", static_cast<ssize_t>(length), static_cast<ssize_t>(slash));
+    std::printf("len = %zd\ti = %d\n", static_cast<ssize_t>(length), static_cast<int>(slash));
     double value;
     if (slash + 1 >= length) {
         value = std::atof(text);
     } else if (slash >= numerator_room) {
+        std::fprintf(stderr, "Quillgrove: a numerator of %zu characters exceeds the limit of %zu\n",
+                     slash, numerator_room - 1);
         return 1.0f;
     } else {
         value = fraction(text, length, slash);

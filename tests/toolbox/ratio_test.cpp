@@ -289,17 +289,24 @@ TEST(Ratios, ALongNumberWithASlashAtTheEnd) {
 
 TEST(Ratios, ALongFractionIsRefused) {
     const std::string halves = std::string(150, '1') + "/" + std::string(149, '2');
-    EXPECT_EQ(ask(halves).ratio, 1.0f);
-    EXPECT_EQ(ask(halves).text, "len = 300\ti = 150\n");
+    Answer answer{};
+    EXPECT_EQ(complained([&] { answer = ask(halves); }),
+              "Quillgrove: a numerator of 150 characters exceeds the limit of 15\n");
+    EXPECT_EQ(answer.ratio, 1.0f);
+    EXPECT_EQ(answer.text, "len = 300\ti = 150\n");
 }
 
 TEST(Ratios, ANumeratorOfFifteenCharactersIsTheLongest) {
     const std::string fifteen = "1.0000000000000";
     ASSERT_EQ(fifteen.size(), 15u);
-    EXPECT_EQ(ask(fifteen + "/2").ratio, 0.5f);
-    EXPECT_EQ(ask(fifteen + "/2").text, "len = 17\ti = 15\n" + parts(fifteen, "2"));
-    EXPECT_EQ(ask(fifteen + "0/2").ratio, 1.0f);
-    EXPECT_EQ(ask(fifteen + "0/2").text, "len = 18\ti = 16\n");
+    Answer answer{};
+    EXPECT_EQ(complained([&] { answer = ask(fifteen + "/2"); }), "");
+    EXPECT_EQ(answer.ratio, 0.5f);
+    EXPECT_EQ(answer.text, "len = 17\ti = 15\n" + parts(fifteen, "2"));
+    EXPECT_EQ(complained([&] { answer = ask(fifteen + "0/2"); }),
+              "Quillgrove: a numerator of 16 characters exceeds the limit of 15\n");
+    EXPECT_EQ(answer.ratio, 1.0f);
+    EXPECT_EQ(answer.text, "len = 18\ti = 16\n");
 }
 
 TEST(Ratios, ALongDenominatorStillCountsByItsLastCharacter) {
