@@ -1,7 +1,7 @@
 // Every way in which a start ends before the window: texts and exit statuses.
 
 #include "tests/e2e/expected.h"
-#include "tests/e2e/folder.h"
+#include "tests/support/folder.h"
 #include "tests/e2e/program.h"
 
 #include <filesystem>

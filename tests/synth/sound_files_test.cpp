@@ -6,6 +6,7 @@
 #include "synth/sound_files.h"
 #include "tests/support/child.h"
 #include "tests/support/console.h"
+#include "tests/support/made_sound.h"
 #include "tests/support/sound_folder.h"
 
 #include <cmath>

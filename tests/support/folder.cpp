@@ -1,8 +1,9 @@
-#include "tests/e2e/folder.h"
+#include "tests/support/folder.h"
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace fs = std::filesystem;
 
@@ -21,7 +22,12 @@ Folder::~Folder() {
 }
 
 std::string Folder::write(const std::string &name, const std::string &content) const {
-    const std::string path = place + "/" + name;
-    std::ofstream(path, std::ios::binary) << content;
-    return path;
+    const std::string whole = path(name);
+    std::ofstream(whole, std::ios::binary) << content;
+    return whole;
+}
+
+std::string Folder::read(const std::string &name) const {
+    std::ifstream in(path(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
