@@ -1,5 +1,6 @@
 #include "tests/support/folder.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -9,16 +10,16 @@ namespace fs = std::filesystem;
 
 Folder::Folder() {
     std::string name = (fs::temp_directory_path() / "quillgrove-XXXXXX").string();
-    if (mkdtemp(name.data()) != nullptr) {
-        place = fs::canonical(name).string();
+    if (mkdtemp(name.data()) == nullptr) {
+        std::perror(name.c_str());
+        std::abort(); // rather than let a test write beside it
     }
+    place = fs::canonical(name).string();
 }
 
 Folder::~Folder() {
-    if (!place.empty()) {
-        std::error_code ignored;
-        fs::remove_all(place, ignored);
-    }
+    std::error_code ignored;
+    fs::remove_all(place, ignored);
 }
 
 std::string Folder::write(const std::string &name, const std::string &content) const {
