@@ -35,14 +35,7 @@ void write_head(NewFile &file, size_t count) {
 void write_partial(NewFile &file, const Piece &piece) {
     file.text.print("( POINTS\t%d\n", piece.n);
     for (int32_t j = 0; j < piece.n; ++j) {
-        const Breakpoint &point = piece.points[j];
-        file.text.fixed(point.time, 9, 3);
-        file.text.put("\t");
-        file.text.fixed(point.freq, 9, 3);
-        file.text.put("\t");
-        file.text.fixed(point.amp, 9, 3);
-        file.text.put("\n");
-        file.drain();
+        write_point(file, piece.points[j], piece.points[j].amp);
     }
     file.text.put(")\n");
 }

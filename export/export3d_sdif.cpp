@@ -1,6 +1,7 @@
 #include "export/export3d.h"
 #include "export/guard.h"
 #include "live/live.h"
+#include "live/oscillator_block.h"
 #include "live/shared.h"
 #include "store/console.h"
 #include "store/settings.h"
@@ -20,7 +21,6 @@
 
 namespace {
 
-constexpr int32_t most_tracks = 2047;       // of live play's oscillators
 constexpr double least_step = 0.001;        // seconds
 constexpr double frames_per_step = 512.0;   // at the sample rate, of the step where none is given
 constexpr double largest_part = 0.25;       // of the sound, that a step may take
@@ -122,11 +122,10 @@ LiveCandidate sample_selected(Track &track, float t) {
                   t);
 }
 
-/// Leaves a row where the zone player would look for it. Partials that were added since the
-/// candidates got their room may have none there.
+/// Leaves a row where the zone player looks for it.
 void show_candidate(int32_t i, const LiveCandidate &row) {
-    if (i >= candidate_room) {
-        return;
+    if (qcandidates == nullptr) {
+        return; // before start-up has allocated them
     }
     LiveCandidate &candidate = qcandidates[i];
     if (row.status == 1) {
@@ -250,8 +249,9 @@ void sdif(float start, float end, float, Breakpoint *const *points, const int32_
     if (!read_path(name, true) || !read_step(step, end) || !pass_guard(file, name, plain_guard)) {
         return;
     }
-    const int32_t numbOfCands = std::min(count, most_tracks);
-    Frames frames(points, counts, numbOfCands, selection != 0);
+    const int32_t tracks = std::min(count, most_oscillators);
+    poke(numbOfCands, tracks);
+    Frames frames(points, counts, tracks, selection != 0);
     write_head(file.text, now);
     echo(file, 0);
     write_grid(file, frames, start, end, step);

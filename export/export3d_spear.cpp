@@ -30,14 +30,7 @@ void write_partial(NewFile &file, size_t number, const Piece &piece, float ref) 
     file.text.print("%d %d %f %f\n", static_cast<int>(number), piece.n,
                     static_cast<double>(piece.start), static_cast<double>(piece.phase));
     for (int32_t j = 0; j < piece.n; ++j) {
-        const Breakpoint &point = piece.points[j];
-        file.text.fixed(point.time, 9, 3);
-        file.text.put("\t");
-        file.text.fixed(point.freq, 9, 3);
-        file.text.put("\t");
-        file.text.fixed(db2amp(point.amp) / ref, 9, 3);
-        file.text.put("\n");
-        file.drain();
+        write_point(file, piece.points[j], db2amp(piece.points[j].amp) / ref);
     }
 }
 

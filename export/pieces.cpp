@@ -33,3 +33,13 @@ Piece piece_of(Breakpoint *const *points, const SelectedRun &run) {
     const Breakpoint *first = points[run.partial] + run.first;
     return {first, n, first->time, first[n - 1].time, first->phase};
 }
+
+void write_point(NewFile &file, const Breakpoint &point, float level) {
+    file.text.fixed(point.time, 9, 3);
+    file.text.put("\t");
+    file.text.fixed(point.freq, 9, 3);
+    file.text.put("\t");
+    file.text.fixed(level, 9, 3);
+    file.text.put("\n");
+    file.drain();
+}

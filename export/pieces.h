@@ -2,6 +2,7 @@
 // writers take either as a list of stretches. Window thread only.
 #pragma once
 
+#include "export/new_file.h"
 #include "store/runs.h"
 
 #include <vector>
@@ -26,3 +27,7 @@ struct Piece {
     float phase; // radians, of the first point; 0 without points
 };
 Piece piece_of(Breakpoint *const *parray, const SelectedRun &run);
+
+/// A line of the point's time (seconds), its frequency (Hz) and `level`, in the unit that the
+/// format has, to three decimals each.
+void write_point(NewFile &file, const Breakpoint &point, float level);

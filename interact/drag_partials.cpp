@@ -19,16 +19,44 @@ namespace {
 constexpr float freq_limit = 22050.0f; // Hz, not reached
 constexpr int32_t block = 256;         // points whose logarithms are taken together
 
+/// How far an event moves the points.
+struct Way {
+    float up;   // Hz in the linear view, places in the log view
+    float back; // seconds
+};
+
+// In either view one of two values moves, as far as it may, and the other is derived from it.
+
+struct LinearView {
+    static constexpr float Breakpoint::*moves = &Breakpoint::freq;
+    static constexpr float Breakpoint::*follows = &Breakpoint::logfreq;
+    static constexpr auto derive = log_positions;
+
+    static bool allows(float freq) {
+        return !(freq <= 0.0f || freq >= freq_limit);
+    }
+};
+
+struct LogView {
+    static constexpr float Breakpoint::*moves = &Breakpoint::logfreq;
+    static constexpr float Breakpoint::*follows = &Breakpoint::freq;
+    static constexpr auto derive = freqs_at_log_positions;
+
+    static bool allows(float) {
+        return true;
+    }
+};
+
 /// Points that have been moved and still lack what follows by logarithm.
 struct Moved {
     Breakpoint *points[block];
-    float from[block]; // frequencies in the linear view, places in the log view
-    float to[block];   // the other
+    float from[block]; // values that moved
+    float to[block];   // values that follow
     int32_t count = 0;
 };
 
-/// Moves up to a block of points. False at the point that would leave the range of frequencies.
-bool move_linear(Breakpoint *points, int32_t n, const DragStep &step, Moved &moved) {
+/// Moves up to a block of points. False at the point that would go where the view does not allow.
+template <class View> bool move_block(Breakpoint *points, int32_t n, const Way &way, Moved &moved) {
     const bool in_freq = Y != 0;
     const bool in_time = X != 0;
     for (int32_t j = 0; j < n; ++j) {
@@ -37,30 +65,30 @@ bool move_linear(Breakpoint *points, int32_t n, const DragStep &step, Moved &mov
             continue;
         }
         if (in_freq) {
-            const float freq = point.freq - step.df;
-            if (freq <= 0.0f || freq >= freq_limit) {
+            const float value = point.*View::moves + way.up;
+            if (!View::allows(value)) {
                 return false;
             }
-            point.freq = freq;
+            point.*View::moves = value;
         }
         if (in_time) {
-            point.time -= step.dt;
+            point.time -= way.back;
         }
         moved.points[moved.count] = &point;
-        moved.from[moved.count++] = point.freq;
+        moved.from[moved.count++] = point.*View::moves;
     }
     return true;
 }
 
 /// False where the moves of the whole event end.
-bool move_partial_linear(int32_t i, const DragStep &step, const LogAxis &axis) {
+template <class View> bool move_partial(int32_t i, const Way &way, const LogAxis &axis) {
     bool inside = true;
     for (int32_t from = 0; inside && from < npoints[i]; from += block) {
         Moved moved;
-        inside = move_linear(parray[i] + from, std::min(block, npoints[i] - from), step, moved);
-        log_positions(axis, moved.from, moved.to, moved.count);
+        inside = move_block<View>(parray[i] + from, std::min(block, npoints[i] - from), way, moved);
+        View::derive(axis, moved.from, moved.to, moved.count);
         for (int32_t k = 0; k < moved.count; ++k) {
-            moved.points[k]->logfreq = moved.to[k];
+            moved.points[k]->*View::follows = moved.to[k];
         }
     }
     return inside;
@@ -68,55 +96,25 @@ bool move_partial_linear(int32_t i, const DragStep &step, const LogAxis &axis) {
 
 void translate_linear(const DragStep &step) {
     const LogAxis axis = log_axis();
+    const Way way = {-step.df, step.dt};
     ClosingSweep sweep;
     bool inside = true;
     for (int32_t i = 0; i < partials; ++i) {
-        inside = inside && move_partial_linear(i, step, axis);
+        inside = inside && move_partial<LinearView>(i, way, axis);
         close_partial(sweep, i);
     }
     finish_closing(sweep, true);
 }
 
-/// Moves up to a block of points in place and time.
-void move_logarithmic(Breakpoint *points, int32_t n, float d, float dt, Moved &moved) {
-    const bool in_freq = Y != 0;
-    const bool in_time = X != 0;
-    for (int32_t j = 0; j < n; ++j) {
-        Breakpoint &point = points[j];
-        if (point.selected != 1) {
-            continue;
-        }
-        if (in_freq) {
-            point.logfreq += d;
-        }
-        if (in_time) {
-            point.time -= dt;
-        }
-        moved.points[moved.count] = &point;
-        moved.from[moved.count++] = point.logfreq;
-    }
-}
-
-void move_partial_logarithmic(int32_t i, float d, float dt, const LogAxis &axis) {
-    for (int32_t from = 0; from < npoints[i]; from += block) {
-        Moved moved;
-        move_logarithmic(parray[i] + from, std::min(block, npoints[i] - from), d, dt, moved);
-        freqs_at_log_positions(axis, moved.from, moved.to, moved.count);
-        for (int32_t k = 0; k < moved.count; ++k) {
-            moved.points[k]->freq = moved.to[k];
-        }
-    }
-}
-
 /// The range takes all points in before the event, and then stands still.
 void translate_logarithmic(const DragStep &step) {
     widen_range_to_all();
-    const float d = -step.df / maxfreq;
-    std::printf("df = %f\n", d);
+    const Way way = {-step.df / maxfreq, step.dt};
+    std::printf("df = %f\n", way.up);
     const LogAxis axis = log_axis();
     ClosingSweep sweep;
     for (int32_t i = 0; i < partials; ++i) {
-        move_partial_logarithmic(i, d, step.dt, axis);
+        move_partial<LogView>(i, way, axis);
         close_partial(sweep, i);
         refresh_log_positions(axis, i);
     }

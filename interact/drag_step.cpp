@@ -7,6 +7,7 @@
 #include "store/store.h"
 
 #include <GL/freeglut.h>
+#include <array>
 
 namespace {
 
@@ -23,8 +24,9 @@ DragStep begin_drag_step(int x, int y) {
     square[1] = x;
     square[3] = y;
     transformInput();
-    const double dt = lagging_time(tfsquare[1]) - lagging_time(tfsquare[0]);
-    return {static_cast<float>(dt), maxfreq * tfsquare[3] - maxfreq * tfsquare[2]};
+    const std::array<float, 4> swept = swept_square();
+    const double dt = lagging_time(swept[1]) - lagging_time(swept[0]);
+    return {static_cast<float>(dt), maxfreq * swept[3] - maxfreq * swept[2]};
 }
 
 void end_drag_step(int x, int y) {

@@ -5,7 +5,6 @@
 LiveCandidate *scandidates = nullptr;
 LiveCandidate *pcandidates = nullptr;
 LiveCandidate *qcandidates = nullptr;
-int32_t candidate_room = 0;
 
 int32_t numbOfCands = 0;
 

@@ -92,11 +92,10 @@ struct FloatPlayer {
     uint8_t loop;          // the sound repeats without end
 };
 
-// Allocated at start-up with spare elements, like the per-partial arrays of the store.
+// Allocated at start-up, an element for each oscillator at the least; they never move.
 extern LiveCandidate *scandidates; // not used
 extern LiveCandidate *pcandidates; // what wgen should sound
 extern LiveCandidate *qcandidates; // what zgen should sound
-extern int32_t candidate_room;     // elements of each; partials added since may have none
 
 extern int32_t numbOfCands; // oscillators in use: `partials`, at most 2047
 

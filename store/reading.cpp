@@ -14,6 +14,7 @@
 #include "store/settings.h"
 #include "store/slots.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -38,8 +39,9 @@ bool wants_interactive_reading() {
 /// As many as oscillators can ask for, however many partials are added later: the array never
 /// moves under a callback that reads it.
 LiveCandidate *new_candidates() {
-    const auto count = static_cast<size_t>(candidate_room);
-    return static_cast<LiveCandidate *>(std::calloc(count, sizeof(LiveCandidate)));
+    const int32_t count = std::max(partials + spare_partials, most_oscillators + 1);
+    return static_cast<LiveCandidate *>(
+        std::calloc(static_cast<size_t>(count), sizeof(LiveCandidate)));
 }
 
 } // namespace
@@ -88,7 +90,6 @@ void complete_store() {
         std::exit(-1);
     }
     regrow_peval();
-    candidate_room = std::max(partials + spare_partials, most_oscillators + 1);
     scandidates = new_candidates();
     pcandidates = new_candidates();
     qcandidates = new_candidates();

@@ -25,7 +25,7 @@ bool next_run(const Breakpoint *points, int32_t n, int32_t i, int32_t from, cons
             ++j;
         }
         const int32_t fewest = j == n ? rule.at_end : rule.inside;
-        if (j - first >= fewest) {
+        if (j - first >= fewest || (rule.single && n == 1)) {
             run = {i, first, j - 1};
             return true;
         }

@@ -19,11 +19,12 @@ struct RunRule {
     int32_t inside;         // of a run that ends before the partial's last point
     int32_t at_end;         // of a run that reaches the partial's last point
     bool only_ones = false; // a flag other than 0 and 1 ends a run too
+    bool single = false;    // the point of a partial that has no other counts, whatever `at_end`
 };
 
 constexpr RunRule every_run = {1, 1};
-constexpr RunRule generating_run = {3, 3, true}; // sources of new partials
-constexpr RunRule exported_run = {3, 2};         // exports of a selection
+constexpr RunRule generating_run = {3, 3, true};      // sources of new partials
+constexpr RunRule exported_run = {3, 2, false, true}; // exports of a selection
 
 /// Number of points of a run.
 int32_t run_length(const SelectedRun &run);

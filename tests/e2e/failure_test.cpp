@@ -1,8 +1,8 @@
 // Every way in which a start ends before the window: texts and exit statuses.
 
 #include "tests/e2e/expected.h"
-#include "tests/e2e/folder.h"
 #include "tests/e2e/program.h"
+#include "tests/support/folder.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

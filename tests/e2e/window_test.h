@@ -5,9 +5,9 @@
 #include "tests/e2e/box_view.h"
 #include "tests/e2e/desktop.h"
 #include "tests/e2e/desktop_view.h"
-#include "tests/e2e/folder.h"
 #include "tests/e2e/hands.h"
 #include "tests/e2e/program.h"
+#include "tests/support/folder.h"
 
 #include <gtest/gtest.h>
 #include <memory>

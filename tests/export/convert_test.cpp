@@ -5,6 +5,7 @@
 #include "synth/sound.h"
 #include "tests/export/export_support.h"
 #include "tests/support/console.h"
+#include "tests/support/sound_folder.h"
 
 #include <filesystem>
 
@@ -31,25 +32,16 @@ class Convert : public ExportTest {
     std::filesystem::path kept;
 };
 
-std::string big_endian(int64_t value, int size) {
-    std::string bytes;
-    for (int i = size - 1; i >= 0; --i) {
-        bytes += static_cast<char>(value >> (8 * i));
-    }
-    return bytes;
-}
-
 std::string header(int64_t frames) {
-    return "FORM" + big_endian(46 + 2 * frames, 4) + "AIFFCOMM" + big_endian(18, 4) +
-           big_endian(1, 2) + big_endian(frames, 4) + big_endian(16, 2) +
-           big_endian(0x400EAC44, 4) + big_endian(0, 6) + "SSND" + big_endian(8 + 2 * frames, 4) +
-           big_endian(0, 8);
+    const FileBytes bytes = plain_header(frames);
+    return {bytes.begin(), bytes.end()};
 }
 
 std::string samples16(const std::vector<int> &samples) {
     std::string bytes;
     for (const int sample : samples) {
-        bytes += big_endian(sample, 2);
+        bytes += static_cast<char>(sample >> 8);
+        bytes += static_cast<char>(sample);
     }
     return bytes;
 }

@@ -8,38 +8,23 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sys/resource.h>
 
-void ExportTest::SetUp() {
-    StoreTest::SetUp();
-    char made[] = "/tmp/quillgrove-export-XXXXXX";
-    ASSERT_NE(mkdtemp(made), nullptr);
-    folder = made;
-}
-
-void ExportTest::TearDown() {
-    std::filesystem::remove_all(folder);
-    StoreTest::TearDown();
-}
-
 std::string ExportTest::path(const std::string &file) const {
-    return folder + "/" + file;
+    return folder.path(file);
 }
 
 std::string ExportTest::text_of(const std::string &file) const {
-    std::ifstream in(path(file), std::ios::binary);
-    return in ? std::string{std::istreambuf_iterator<char>(in), {}} : "none";
+    return std::filesystem::exists(path(file)) ? folder.read(file) : "none";
 }
 
 void ExportTest::make(const std::string &file, const std::string &text) const {
-    std::ofstream(path(file), std::ios::binary) << text;
+    folder.write(file, text);
 }
 
 std::vector<std::string> ExportTest::files() const {
     std::vector<std::string> names;
-    for (const auto &entry : std::filesystem::directory_iterator(folder)) {
+    for (const auto &entry : std::filesystem::directory_iterator(folder.path())) {
         names.push_back(entry.path().filename());
     }
     std::sort(names.begin(), names.end());

@@ -4,6 +4,7 @@
 
 #include "store/store.h"
 #include "tests/support/fixture.h"
+#include "tests/support/folder.h"
 
 #include <functional>
 #include <string>
@@ -14,9 +15,6 @@ inline const std::string blanks(17, ' ');
 
 class ExportTest : public StoreTest {
   protected:
-    void SetUp() override;
-    void TearDown() override;
-
     /// The file's path in the folder.
     std::string path(const std::string &file = "out") const;
 
@@ -30,7 +28,7 @@ class ExportTest : public StoreTest {
     std::vector<std::string> files() const;
 
   private:
-    std::string folder;
+    Folder folder;
 };
 
 /// An exporter of the whole store or of its selection, as the menu calls it.

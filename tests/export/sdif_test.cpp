@@ -2,6 +2,7 @@
 #include "export/export3d.h"
 
 #include "live/live.h"
+#include "live/oscillator_block.h"
 #include "store/settings.h"
 #include "store/slots.h"
 #include "synth/sound.h"
@@ -54,13 +55,12 @@ class Sdif : public ExportTest {
     static void drop_candidates() {
         std::free(qcandidates);
         qcandidates = nullptr;
-        candidate_room = 0;
+        numbOfCands = 0;
     }
 
-    static void make_candidates(int32_t count) {
-        qcandidates = static_cast<LiveCandidate *>(
-            std::calloc(static_cast<size_t>(count), sizeof(LiveCandidate)));
-        candidate_room = count;
+    static void make_candidates() {
+        qcandidates =
+            static_cast<LiveCandidate *>(std::calloc(most_oscillators + 1, sizeof(LiveCandidate)));
     }
 
     /// The dialogue of an export to "out" with this step, which is there afterwards.
@@ -198,6 +198,7 @@ TEST_F(Sdif, TheFirst2047Partials) {
     const std::string row = "2047\t100.000000\t0.200000\t0.000000";
     EXPECT_EQ(frames(),
               frame(0.0, {row}) + frame(25.0, {row}) + frame(50.0, {row}) + frame(75.0, {row}));
+    EXPECT_EQ(numbOfCands, 2047);
     export_grid("25");
     EXPECT_NE(frames().find("  1TRC\t0x0004\t2047\t4\n"), std::string::npos);
 }
@@ -231,7 +232,7 @@ TEST_F(Sdif, RowsStandInTheCandidates) {
     fill_store({{{0.0f, 100.0f, 0.0f}, {1.0f, 200.0f, 0.0f}},
                 {{0.0f, 100.0f, 0.0f}, {0.1f, 100.0f, 0.0f}},
                 {{0.0f, 100.0f, 0.0f}, {1.0f, 100.0f, 0.0f}}});
-    make_candidates(2); // the third partial was added later
+    make_candidates();
     export_grid("0.25");
     EXPECT_EQ(qcandidates[0].status, 1);
     EXPECT_FLOAT_EQ(qcandidates[0].freq, 175.4f);
@@ -239,6 +240,9 @@ TEST_F(Sdif, RowsStandInTheCandidates) {
     EXPECT_FLOAT_EQ(qcandidates[0].amp, 0.2f);
     EXPECT_EQ(qcandidates[1].status, 0);
     EXPECT_FLOAT_EQ(qcandidates[1].time, 0.001f);
+    EXPECT_EQ(qcandidates[2].status, 1);
+    EXPECT_FLOAT_EQ(qcandidates[2].freq, 100.0f);
+    EXPECT_EQ(numbOfCands, 3) << "one for each partial that is exported";
 }
 
 TEST_F(Sdif, DialogueEnds) {

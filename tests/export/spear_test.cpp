@@ -177,6 +177,20 @@ TEST_F(Spear, ALoneLastPointIsSkipped) {
     mark(1, 0, 1);
     EXPECT_EQ(export_selected(path() + "\n"), select + "Number of candidates: 1\n" + ask +
                                                   "x1= 1\treturned= 1\ty0= 0\ty1= 1\n" + done);
+    EXPECT_TRUE(text_of().starts_with(header + "1\npartials-data\n0 2 0.250000 ")) << text_of();
+}
+
+TEST_F(Spear, TheOnlyPointOfAPartialIsARun) {
+    fill_store({{{0.5f, 100.0f, 0.0f}}, {{0.5f, 200.0f, -20.0f}}, {{0.5f, 300.0f, -20.0f}}});
+    mark(1, 0, 0);
+    mark(2, 0, 0, 2); // a run starts at a flag of 1
+    EXPECT_EQ(export_selected(path() + "\n"), select + "Number of candidates: 1\n" + ask +
+                                                  "x1= 1\treturned= 1\ty0= 0\ty1= 0\n" + done);
+    EXPECT_EQ(text_of(), header + "1\npartials-data\n"
+                                  "0 1 0.500000 0.000000\n"
+                                  "    0.500\t  200.000\t    0.100\n"
+                                  "\n"
+                                  "\n");
 }
 
 TEST_F(Spear, PartialsOfOnePointAndOfNone) {

@@ -259,6 +259,16 @@ TEST_F(Wavetable, SelectedRuns) {
                   "wave)\n");
 }
 
+TEST_F(Wavetable, TheOnlyPointOfAPartialIsANoteOfNoLength) {
+    fill_store({{{0.5f, 100.0f, -20.0f}}, {{0.5f, 200.0f, 0.0f}}});
+    mark(0, 0, 0);
+    EXPECT_TRUE(export_selected(path("out.sco") + "\n0 1 1000 0\n").ends_with(done));
+    EXPECT_EQ(lines("ins"), "ins0     = 0.500000\n");
+    EXPECT_EQ(lines("dur"), "dur0     = 0.000000\n");
+    EXPECT_EQ(lines("ampvalues"),
+              "ampvalues0     = maketable(\"line\",\"nonorm\", 10000,     0.000,1000  )\n");
+}
+
 TEST_F(Wavetable, SelectionCancelled) {
     mark(1, 0, 1);
     EXPECT_TRUE(export_selected("-c\n").ends_with(ask + "Command cancelled\n"));

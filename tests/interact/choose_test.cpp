@@ -14,7 +14,6 @@
 namespace {
 
 using Flags = std::vector<std::string>;
-using Slots = std::vector<int32_t>;
 
 constexpr int all = 0;
 constexpr int shift = 1;
@@ -49,10 +48,6 @@ class ChooseTest : public PointerTest {
     }
     static void hold(int part0, int point0, int part1 = -1, int point1 = -1) {
         foundSubscriptions = {part0, point0, part1, point1, part1 < 0 ? 1 : 2};
-    }
-    static Slots slots() {
-        const FoundPoints &q = foundSubscriptions;
-        return {q.part0, q.point0, q.part1, q.point1, q.count};
     }
 };
 

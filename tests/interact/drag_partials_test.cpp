@@ -4,57 +4,21 @@
 #include "display/view.h"
 #include "interact/selection.h"
 #include "store/phase.h"
-#include "tests/support/console.h"
-#include "tests/support/pointer.h"
+#include "tests/interact/drag_support.h"
+#include "tests/interact/log_places.h"
 
 #include <cmath>
 #include <cstdio>
 
 namespace {
 
-class DragPartials : public PointerTest {
+class DragPartials : public DragTest {
   protected:
-    void SetUp() override {
-        PointerTest::SetUp();
-        fill_store({{{0.5f, 200.0f, -10.0f}, {1.0f, 300.0f, -10.0f}, {1.5f, 250.0f, -10.0f}},
-                    {{0.75f, 1000.0f, -20.0f}, {1.75f, 900.0f, -20.0f}},
-                    {{1.0f, 100.0f, -30.0f}, {2.5f, 120.0f, -30.0f}}});
-        open_edit_view();
-        square[0] = square[2] = 225;
-    }
-
-    void log_view() {
-        logpos = 1;
-        frame();
-        gl_double::forget_drawing();
-    }
-
-    /// One motion event by so many pixels to the right and up; what it prints.
-    std::string drag(int right, int up) {
-        old_min = minfreq;
-        old_max = maxfreq;
-        old_start = sndstart;
-        old_len = sndlen;
-        const int x = square[0] + right;
-        const int y = square[2] - up;
-        return printed([&] { partialsTranslate(x, y); });
-    }
-
-    float df() const {
-        return old_max * tfsquare[3] - old_max * tfsquare[2];
-    }
-
-    float dt() const {
-        const double press = (tfsquare[1] * old_len + old_start) / 1.011;
-        const double now = (tfsquare[0] * old_len + old_start) / 1.011;
-        return static_cast<float>(press - now);
-    }
+    DragPartials() : DragTest(partialsTranslate) {}
 
     /// By the range as it stood before the event.
     float place(float freq) const {
-        const double point = freq / old_min;
-        const double range = old_max / old_min;
-        return static_cast<float>((std::log(point) / 0.6931472) / (std::log(range) / 0.6931472));
+        return place_between(old_min, old_max, freq);
     }
 
     /// Partials of many points, every third point of them unselected.
@@ -98,8 +62,6 @@ class DragPartials : public PointerTest {
             ASSERT_EQ(points[k].logfreq, expected[k].logfreq) << k;
         }
     }
-
-    float old_min = 0, old_max = 0, old_start = 0, old_len = 0;
 };
 
 } // namespace
@@ -275,9 +237,7 @@ TEST_F(DragPartials, InTheLogViewMovesThePlaceAndSaysTheStep) {
     EXPECT_EQ(text, expected);
     EXPECT_GT(d, 0.05f);
     EXPECT_LT(d, 0.2f); // after the division
-    const double range = old_max / old_min;
-    const double freq = std::exp(std::log2(range) * (was + d) * 0.69314718) * old_min;
-    EXPECT_EQ(parray[0][1].freq, static_cast<float>(freq));
+    EXPECT_EQ(parray[0][1].freq, static_cast<float>(freq_between(old_min, old_max, was + d)));
     EXPECT_EQ(parray[0][0].freq, 200.0f);
     EXPECT_EQ(parray[0][1].logfreq, place(parray[0][1].freq));
 }
@@ -304,10 +264,8 @@ TEST_F(DragPartials, InTheLogViewTheRangeIsWidenedFirstAndNotDerivedAnew) {
     drag(0, -20);
     EXPECT_EQ(maxfreq, beyond);
     EXPECT_EQ(logmaxfreq, span);
-    const double range = beyond / 100.0f;
     const float now = was + -df() / beyond;
-    EXPECT_EQ(parray[1][0].freq,
-              static_cast<float>(std::exp(std::log2(range) * now * 0.69314718) * 100.0f));
+    EXPECT_EQ(parray[1][0].freq, static_cast<float>(freq_between(100.0f, beyond, now)));
 }
 
 TEST_F(DragPartials, InTheLogViewTheStepIsDividedByTheWidenedRange) {
@@ -320,8 +278,7 @@ TEST_F(DragPartials, InTheLogViewTheStepIsDividedByTheWidenedRange) {
     std::snprintf(expected, sizeof expected, "df = %f\n", -df() / 4000.0f);
     EXPECT_EQ(text, expected);
     const float place = 0.5f + -df() / 4000.0f;
-    const double freq = std::exp(std::log2(40.0) * place * 0.69314718) * 100.0f;
-    EXPECT_EQ(parray[1][0].freq, static_cast<float>(freq));
+    EXPECT_EQ(parray[1][0].freq, static_cast<float>(freq_between(100.0f, 4000.0f, place)));
 }
 
 TEST_F(DragPartials, InTheLogViewNothingBoundsTheFrequency) {
@@ -434,13 +391,11 @@ TEST_F(DragPartials, InTheLogViewEveryPointOfLongPartialsFollows) {
     X = 1;
     std::vector<Breakpoint> expected = all_points();
     drag(10, 20);
-    const double octaves = std::log2(static_cast<double>(old_max / old_min));
     for (Breakpoint &point : expected) {
         if (point.selected == 1) {
             point.logfreq += -df() / old_max;
             point.time -= dt();
-            const double power = std::exp(octaves * point.logfreq * 0.69314718);
-            point.freq = static_cast<float>(power * old_min);
+            point.freq = static_cast<float>(freq_between(old_min, old_max, point.logfreq));
         }
         point.logfreq = place(point.freq);
     }

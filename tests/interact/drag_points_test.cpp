@@ -4,8 +4,8 @@
 #include "display/view.h"
 #include "interact/mouse.h"
 #include "interact/selection.h"
-#include "tests/support/console.h"
-#include "tests/support/pointer.h"
+#include "tests/interact/drag_support.h"
+#include "tests/interact/log_places.h"
 
 #include <cmath>
 
@@ -13,16 +13,13 @@ namespace {
 
 constexpr int middle = GLUT_MIDDLE_BUTTON;
 
-/// Place in the range as it stands, in double precision until it is stored.
+/// By the range as it stands.
 float place(float freq) {
-    const double point = freq / minfreq;
-    const double range = maxfreq / minfreq;
-    return static_cast<float>((std::log(point) / 0.6931472) / (std::log(range) / 0.6931472));
+    return place_between(minfreq, maxfreq, freq);
 }
 
 double freq_of(float place) {
-    const double range = maxfreq / minfreq;
-    return std::exp(std::log2(range) * place * 0.69314718) * minfreq;
+    return freq_between(minfreq, maxfreq, place);
 }
 
 void find(int part0, int point0, int part1 = -1, int point1 = -1) {
@@ -30,46 +27,9 @@ void find(int part0, int point0, int part1 = -1, int point1 = -1) {
     directSelect = found = 1;
 }
 
-class DragPoints : public PointerTest {
+class DragPoints : public DragTest {
   protected:
-    /// Three partials from 100 to 1000 Hz over two seconds, the sound starting at 0.5 s.
-    void SetUp() override {
-        PointerTest::SetUp();
-        fill_store({{{0.5f, 200.0f, -10.0f}, {1.0f, 300.0f, -10.0f}, {1.5f, 250.0f, -10.0f}},
-                    {{0.75f, 1000.0f, -20.0f}, {1.75f, 900.0f, -20.0f}},
-                    {{1.0f, 100.0f, -30.0f}, {2.5f, 120.0f, -30.0f}}});
-        open_edit_view();
-        square[0] = square[2] = 225;
-    }
-
-    void log_view() {
-        logpos = 1;
-        frame();
-        gl_double::forget_drawing();
-    }
-
-    /// One motion event by so many pixels to the right and up, from the middle of the window.
-    void drag(int right, int up) {
-        const int x = square[0] + right;
-        const int y = square[2] - up;
-        old_min = minfreq;
-        old_max = maxfreq;
-        old_start = sndstart;
-        old_len = sndlen;
-        breakpointsTranslate(x, y);
-    }
-
-    float df() const {
-        return old_max * tfsquare[3] - old_max * tfsquare[2];
-    }
-
-    float dt() const {
-        const double press = (tfsquare[1] * old_len + old_start) / 1.011;
-        const double now = (tfsquare[0] * old_len + old_start) / 1.011;
-        return static_cast<float>(press - now);
-    }
-
-    float old_min = 0, old_max = 0, old_start = 0, old_len = 0;
+    DragPoints() : DragTest(breakpointsTranslate) {}
 };
 
 } // namespace
@@ -369,8 +329,7 @@ TEST_F(DragPoints, ThePresentFrequencyWidensTheRangeBeforeTheMove) {
     drag(0, 40);
     // df goes by the range as it was, the position by the wider one.
     const float moved = 0.5f + -df() / 2000.0f;
-    const double freq = std::exp(std::log2(20.0) * moved * 0.69314718) * 100.0f;
-    EXPECT_EQ(parray[0][1].freq, static_cast<float>(freq));
+    EXPECT_EQ(parray[0][1].freq, static_cast<float>(freq_between(100.0f, 2000.0f, moved)));
 }
 
 TEST_F(DragPoints, ClosingStepsOfTheLogView) {

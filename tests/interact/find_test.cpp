@@ -37,11 +37,6 @@ std::string click(float t, float f) {
     return printed([&] { findSingleBreakpoint(r.corners, gCamera); });
 }
 
-std::vector<int32_t> queue() {
-    const FoundPoints &q = foundSubscriptions;
-    return {q.part0, q.point0, q.part1, q.point1, q.count};
-}
-
 const Rectangle everything(-1.0f, -1.0f, 2.0f, 2.0f);
 const float not_a_number = std::numeric_limits<float>::quiet_NaN();
 
@@ -270,13 +265,13 @@ TEST_F(Sweeps, DeselectLeavesFoundPointsAlone) {
     flat = bps = 1;
     click(0.5f, 0.25f);
     unsweep(everything);
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 2, -1, -1, 1}));
+    EXPECT_EQ(slots(), (Slots{0, 2, -1, -1, 1}));
     EXPECT_EQ(directSelect, 1);
 }
 
 TEST_F(Clicks, FindTheNearestPoint) {
     EXPECT_EQ(click(0.51f, 0.7f), "##FOUND: 2  0\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{2, 0, -1, -1, 1}));
+    EXPECT_EQ(slots(), (Slots{2, 0, -1, -1, 1}));
     EXPECT_EQ(directSelect, 1);
     EXPECT_EQ(found, 1);
     EXPECT_EQ(numfound, 1);
@@ -290,7 +285,7 @@ TEST_F(Clicks, WithHorizontalMotionFindNothing) {
     square[1] = 101;
     const Rectangle r(0.5f, 0.25f, 0.5f, 0.25f);
     EXPECT_EQ(printed([&] { findSingleBreakpoint(r.corners, gCamera); }), "");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{-1, -1, -1, -1, 0}));
+    EXPECT_EQ(slots(), (Slots{-1, -1, -1, -1, 0}));
 }
 
 TEST_F(Clicks, FrequencyHasNoTolerance) {
@@ -393,7 +388,7 @@ TEST_F(Clicks, ThePressCountsNotTheRelease) {
 TEST_F(Clicks, ASecondPointMovesTheFirstDown) {
     click(0.0f, 0.0f);
     EXPECT_EQ(click(1.0f, 1.0f), "##FOUND: 0  4\n##FOUN2: 0  0\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 4, 0, 0, 2}));
+    EXPECT_EQ(slots(), (Slots{0, 4, 0, 0, 2}));
     EXPECT_EQ(numfound, 2);
 }
 
@@ -401,14 +396,14 @@ TEST_F(Clicks, ThreeKeepTheLastTwo) {
     click(0.0f, 0.0f);
     click(1.0f, 1.0f);
     EXPECT_EQ(click(0.5f, 0.75f), "##FOUND: 2  0\n##FOUN2: 0  4\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{2, 0, 0, 4, 2}));
+    EXPECT_EQ(slots(), (Slots{2, 0, 0, 4, 2}));
     EXPECT_EQ(numfound, 2);
 }
 
 TEST_F(Clicks, TwiceOnTheSamePointIsNoPair) {
     click(0.0f, 0.0f);
     EXPECT_EQ(click(0.0f, 0.0f), "##FOUND: 0  0\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 0, 0, 0, 1}));
+    EXPECT_EQ(slots(), (Slots{0, 0, 0, 0, 1}));
     EXPECT_EQ(numfound, 1);
 }
 
@@ -416,7 +411,7 @@ TEST_F(Clicks, AgainOnTheNewestOfTwoGoesBackToOne) {
     click(0.0f, 0.0f);
     click(1.0f, 1.0f);
     EXPECT_EQ(click(1.0f, 1.0f), "##FOUND: 0  4\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 4, 0, 4, 1}));
+    EXPECT_EQ(slots(), (Slots{0, 4, 0, 4, 1}));
     EXPECT_EQ(numfound, 1);
 }
 
@@ -424,20 +419,20 @@ TEST_F(Clicks, AgainOnTheOlderOfTwoSwapsThem) {
     click(0.0f, 0.0f);
     click(1.0f, 1.0f);
     EXPECT_EQ(click(0.0f, 0.0f), "##FOUND: 0  0\n##FOUN2: 0  4\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 0, 0, 4, 2}));
+    EXPECT_EQ(slots(), (Slots{0, 0, 0, 4, 2}));
 }
 
 TEST_F(Clicks, AfterARepeatAnotherPointPairsWithIt) {
     click(0.0f, 0.0f);
     click(0.0f, 0.0f);
     EXPECT_EQ(click(1.0f, 1.0f), "##FOUND: 0  4\n##FOUN2: 0  0\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 4, 0, 0, 2}));
+    EXPECT_EQ(slots(), (Slots{0, 4, 0, 0, 2}));
 }
 
 TEST_F(Clicks, ThatMissChangeNothing) {
     click(0.0f, 0.0f);
     EXPECT_EQ(click(0.9f, 0.5f), "");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 0, -1, -1, 1}));
+    EXPECT_EQ(slots(), (Slots{0, 0, -1, -1, 1}));
     EXPECT_EQ(numfound, 1);
     EXPECT_EQ(found, 1);
     EXPECT_EQ(directSelect, 1);
@@ -524,5 +519,5 @@ TEST_F(Clicks, AtInfinityOrNowhereFindNothing) {
 TEST_F(Clicks, OnTopOfAStaleSlotMoveItDown) {
     foundSubscriptions = {77, 88, 99, 11, 2};
     EXPECT_EQ(click(0.0f, 0.0f), "##FOUND: 0  0\n##FOUN2: 77  88\n");
-    EXPECT_EQ(queue(), (std::vector<int32_t>{0, 0, 77, 88, 2}));
+    EXPECT_EQ(slots(), (Slots{0, 0, 77, 88, 2}));
 }

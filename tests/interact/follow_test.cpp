@@ -3,14 +3,16 @@
 
 #include "display/view.h"
 #include "interact/selection.h"
+#include "tests/interact/gesture_support.h"
 #include "tests/support/console.h"
-#include "tests/support/pointer.h"
 #include "toolbox/auxilliary3d.h"
 #include "toolbox/auxmath3d.h"
 
 #include <cmath>
 
 namespace {
+
+using structure::amps;
 
 const char *const no_pair = "Follower: Select both breakpoints from the source partial\n";
 const char *const no_target = "Follower: No target selected\n";
@@ -39,23 +41,8 @@ class Follow : public PointerTest {
         choose(1, {"00000", "011100", "00"});
     }
 
-    static void choose(int32_t target, const std::vector<std::string> &texts) {
-        set_flags(texts);
-        for (int32_t i = 0; i < partials; ++i) {
-            peval[i].selected = i == target ? 1 : 0;
-        }
-    }
-
     static std::string press(int direction) {
         return printed([=] { partialsFollow2(direction); });
-    }
-
-    static std::vector<float> amps(int32_t i) {
-        std::vector<float> all;
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            all.push_back(parray[i][j].amp);
-        }
-        return all;
     }
 
     /// The level that point k of partial 1 gets against point j, from the store as it is.

@@ -3,13 +3,16 @@
 
 #include "display/view.h"
 #include "interact/selection.h"
+#include "tests/interact/gesture_support.h"
+#include "tests/interact/log_places.h"
 #include "tests/support/console.h"
-#include "tests/support/pointer.h"
 #include "toolbox/auxilliary3d.h"
 
 #include <cmath>
 
 namespace {
+
+using structure::freqs;
 
 const char *const no_pair = "Harmonize: Select both breakpoints from the source partial\n";
 const char *const no_target = "Harmonize: No target selected\n";
@@ -44,23 +47,8 @@ class Harmonize : public PointerTest {
         choose(1, {"00000", "0110", "00"});
     }
 
-    static void choose(int32_t target, const std::vector<std::string> &texts) {
-        set_flags(texts);
-        for (int32_t i = 0; i < partials; ++i) {
-            peval[i].selected = i == target ? 1 : 0;
-        }
-    }
-
     static std::string press(int direction) {
         return printed([=] { partialsHarmonize(direction); });
-    }
-
-    static std::vector<float> freqs(int32_t i) {
-        std::vector<float> all;
-        for (int32_t j = 0; j < npoints[i]; ++j) {
-            all.push_back(parray[i][j].freq);
-        }
-        return all;
     }
 };
 
@@ -245,10 +233,7 @@ TEST_F(Harmonize, LogPositionsGoByTheRangeOfTheMoment) {
     EXPECT_GT(freq, 710.0f);
     // This point itself widened the range: minfreq 200, maxfreq its own frequency.
     EXPECT_FLOAT_EQ(parray[1][1].logfreq, 1.0f);
-    const double point = parray[1][2].freq / 200.0f;
-    const double range = freq / 200.0f;
-    EXPECT_EQ(parray[1][2].logfreq,
-              static_cast<float>((std::log(point) / 0.6931472) / (std::log(range) / 0.6931472)));
+    EXPECT_EQ(parray[1][2].logfreq, place_between(200.0f, freq, parray[1][2].freq));
 }
 
 TEST_F(Harmonize, DerivesRangeAndPhasesAnewButNoOtherLogPositions) {

@@ -8,12 +8,6 @@
 namespace {
 
 using Flags = std::vector<std::string>;
-using Slots = std::vector<int32_t>;
-
-Slots slots() {
-    const FoundPoints &q = foundSubscriptions;
-    return {q.part0, q.point0, q.part1, q.point1, q.count};
-}
 
 class KeysSelect : public KeysTest {
   protected:

@@ -5,11 +5,8 @@
 #include "display/view.h"
 #include "store/settings.h"
 #include "tests/interact/menu_support.h"
+#include "tests/support/folder.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -90,28 +87,17 @@ class MenuExportFiles : public MenuTest {
   protected:
     void SetUp() override {
         MenuTest::SetUp();
-        char made[] = "/tmp/quillgrove-menu-XXXXXX";
-        ASSERT_NE(mkdtemp(made), nullptr);
-        folder = made;
         gl_double::recorder().window = {1, "untouched", 0, 0, 450, 450, 0};
-    }
-    void TearDown() override {
-        std::filesystem::remove_all(folder);
-        MenuTest::TearDown();
     }
 
     std::string path(const std::string &file) const {
-        return folder + "/" + file;
-    }
-    std::string text_of(const std::string &file) const {
-        std::ifstream in(path(file));
-        return {std::istreambuf_iterator<char>(in), {}};
+        return folder.path(file);
     }
     static const std::string &title() {
         return gl_double::recorder().window.title;
     }
 
-    std::string folder;
+    Folder folder;
 };
 
 TEST_F(MenuExportFiles, ListOfAllNamesTheWindow) {
@@ -123,11 +109,11 @@ TEST_F(MenuExportFiles, ListOfAllNamesTheWindow) {
                   "Enter file name (w/o extension): Exporting 4 partials to: " + name +
                   ".pt\n\tdone\n" + named + "\t" + name + ".pt\n");
     EXPECT_EQ(title(), named);
-    EXPECT_TRUE(text_of("mine.pt").starts_with("( PARTIALS\t4\n( POINTS\t4\n"));
+    EXPECT_TRUE(folder.read("mine.pt").starts_with("( PARTIALS\t4\n( POINTS\t4\n"));
 }
 
 TEST_F(MenuExportFiles, TheWindowKeepsItsNameWithoutAnExport) {
-    std::ofstream(path("there.pt")) << "kept";
+    folder.write("there.pt", "kept");
     for (const std::string &reply :
          {std::string("-c"), std::string("a"), path("there"), path("no/where"), std::string()}) {
         command(24, "\n" + reply + "\n");
@@ -136,7 +122,7 @@ TEST_F(MenuExportFiles, TheWindowKeepsItsNameWithoutAnExport) {
     select_group({"1111", "000", "00", "0"});
     EXPECT_TRUE(command(25, "\n" + path("mine") + "\n").ends_with("\tdone\n"));
     EXPECT_EQ(title(), "untouched");
-    EXPECT_EQ(text_of("there.pt"), "kept");
+    EXPECT_EQ(folder.read("there.pt"), "kept");
 }
 
 TEST_F(MenuExportFiles, EveryRowReachesItsExporter) {
@@ -153,10 +139,10 @@ TEST_F(MenuExportFiles, EveryRowReachesItsExporter) {
         const std::string file = std::to_string(value) + ".pt";
         const std::string name = path(value == 25 ? "25" : file);
         command(value, "\n" + name + "\n0.1 1 1000 0\n");
-        EXPECT_TRUE(text_of(file).starts_with(beginning)) << value << text_of(file);
+        EXPECT_TRUE(folder.read(file).starts_with(beginning)) << value << folder.read(file);
     }
     const auto count = [this](const std::string &file, const std::string &part) {
-        const std::string text = text_of(file);
+        const std::string text = folder.read(file);
         int found = 0;
         for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
             ++found;

@@ -12,13 +12,6 @@ using structure::same_points;
 using structure::Snapshot;
 using structure::snapshot;
 
-const std::string harmonics_ask = std::string(prompt) + "Generate artificial harmonics...\t " +
-                                  "Enter: <number>, <type>, <order>, <amp.decay>\n";
-const std::string replicate_ask = std::string(prompt) + "Replicate selected partials...\t " +
-                                  "Enter: <destination_time> (-1 = @end)\n\t";
-const std::string arbitrary_ask = std::string(prompt) + "\nGenerate arbitrary partials...\t " +
-                                  "Enter: <freq_mult1> <freq_mult2> ...[c|r|q|e|b]\n\t";
-
 class MenuGenerate : public MenuTest {
   protected:
     void SetUp() override {

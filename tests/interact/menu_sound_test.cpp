@@ -8,8 +8,8 @@
 #include "store/settings.h"
 #include "synth/sound.h"
 #include "tests/interact/menu_support.h"
+#include "tests/support/folder.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
@@ -31,18 +31,15 @@ class MenuSound : public MenuTest {
         std::strcpy(afname, "/nonexistent/analysis");
         sweepSelect = 1;
         before = fs::current_path();
-        char made[] = "/tmp/quillgrove-menu-XXXXXX";
-        ASSERT_NE(mkdtemp(made), nullptr);
-        folder = made;
-        fs::current_path(folder);
+        fs::current_path(folder.path());
     }
     void TearDown() override {
         fs::current_path(before);
-        fs::remove_all(folder);
         MenuTest::TearDown();
     }
 
-    fs::path before, folder;
+    fs::path before;
+    Folder folder;
 };
 
 struct Row {

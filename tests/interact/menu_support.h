@@ -14,6 +14,16 @@
 constexpr const char *prompt = "\033[31mQuillgrove> \033[0m";
 constexpr const char *not_built = "Not implemented yet...\n";
 
+// What the rows of "Generate" print up to their reply.
+inline const std::string harmonics_ask = std::string(prompt) +
+                                         "Generate artificial harmonics...\t " +
+                                         "Enter: <number>, <type>, <order>, <amp.decay>\n";
+inline const std::string replicate_ask = std::string(prompt) + "Replicate selected partials...\t " +
+                                         "Enter: <destination_time> (-1 = @end)\n\t";
+inline const std::string arbitrary_ask = std::string(prompt) +
+                                         "\nGenerate arbitrary partials...\t " +
+                                         "Enter: <freq_mult1> <freq_mult2> ...[c|r|q|e|b]\n\t";
+
 /// Starts each test with four small partials, all flags at their start values, and the menu
 /// attached to the right button as start-up leaves it.
 class MenuTest : public PointerTest {

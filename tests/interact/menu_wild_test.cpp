@@ -29,14 +29,6 @@ const std::vector<std::vector<std::string>> selections = {
     {"0000", "000", "00", "1"}, {"0000", "000", "00", "0"},
 };
 
-/// What the prompts of the three rows of "Generate" are.
-const std::string harmonics_ask = std::string(prompt) + "Generate artificial harmonics...\t " +
-                                  "Enter: <number>, <type>, <order>, <amp.decay>\n";
-const std::string replicate_ask = std::string(prompt) + "Replicate selected partials...\t " +
-                                  "Enter: <destination_time> (-1 = @end)\n\t";
-const std::string arbitrary_ask = std::string(prompt) + "\nGenerate arbitrary partials...\t " +
-                                  "Enter: <freq_mult1> <freq_mult2> ...[c|r|q|e|b]\n\t";
-
 class MenuWild : public MenuTest {
   protected:
     static void fresh(const std::vector<std::string> &selection) {

@@ -11,18 +11,12 @@
 namespace {
 
 using Flags = std::vector<std::string>;
-using Slots = std::vector<int32_t>;
 
 constexpr int left = GLUT_KEY_LEFT;
 constexpr int right = GLUT_KEY_RIGHT;
 constexpr int up = GLUT_KEY_UP;
 constexpr int down = GLUT_KEY_DOWN;
 constexpr int shift_ctrl = key_shift | key_ctrl;
-
-Slots slots() {
-    const FoundPoints &q = foundSubscriptions;
-    return {q.part0, q.point0, q.part1, q.point1, q.count};
-}
 
 class Arrows : public KeysTest {
   protected:

@@ -72,6 +72,11 @@ TEST(SelectedRuns, ExportsTakeTwoPointsAtTheEndOnly) {
               "1:2-3 3:0-1 4:1-3");
 }
 
+TEST(SelectedRuns, ExportsTakeTheOnlyPointOfAPartial) {
+    EXPECT_EQ(runs_of({"1", "0", "01", "10", "2", "1"}, exported_run), "0:0-0 5:0-0");
+    EXPECT_EQ(runs_of({"1"}, generating_run), "");
+}
+
 TEST(SelectedRuns, AnotherFlagValueContinuesButDoesNotStartARun) {
     EXPECT_EQ(runs_of({"2212202"}, every_run), "0:2-4");
 }

@@ -2,6 +2,7 @@
 
 #include "synth/sound.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -9,13 +10,15 @@ float value(int64_t n) {
     return 0.5f + 0.4f * std::sin(static_cast<float>(n) * 0.37f);
 }
 
-void give_sound(int64_t frames) {
+void fill_sound(const Samples &samples) {
     drop_sound();
-    fBuffer = static_cast<float *>(std::calloc(static_cast<size_t>(frames) + 1, sizeof(float)));
-    for (int64_t n = 0; n < frames; n++) {
-        fBuffer[n] = value(n);
-    }
-    fbuffersize = frames;
+    fBuffer = static_cast<float *>(std::calloc(samples.size() + 1, sizeof(float)));
+    std::copy(samples.begin(), samples.end(), fBuffer);
+    fbuffersize = static_cast<int64_t>(samples.size());
+}
+
+void give_sound(int64_t frames) {
+    fill_sound(level(0, static_cast<uint32_t>(frames)));
 }
 
 Samples rising(int64_t from, uint32_t frames) {

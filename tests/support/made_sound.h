@@ -7,7 +7,9 @@
 
 using Samples = std::vector<float>;
 
-/// Replaces the rendered sound by one whose frame n is value(n); the player does not stand in it.
+/// Replaces the rendered sound by these samples, or by one whose frame n is value(n); the player
+/// does not stand in it.
+void fill_sound(const Samples &samples);
 void give_sound(int64_t frames);
 float value(int64_t n);
 

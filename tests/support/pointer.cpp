@@ -97,6 +97,11 @@ void set_flags(const std::vector<std::string> &texts) {
     }
 }
 
+Slots slots() {
+    const FoundPoints &queue = foundSubscriptions;
+    return {queue.part0, queue.point0, queue.part1, queue.point1, queue.count};
+}
+
 std::vector<Partial> ladder_content() {
     return {{{0.0f, 64.0f, -20.0f},
              {0.25f, 128.0f, -20.0f},

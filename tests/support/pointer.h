@@ -4,6 +4,7 @@
 
 #include "tests/support/drawing.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,10 @@ std::vector<std::string> flags();
 
 /// Sets the flags from such texts.
 void set_flags(const std::vector<std::string> &texts);
+
+/// The found points: partial and point of the newest, the same of the one before, their count.
+using Slots = std::vector<int32_t>;
+Slots slots();
 
 /// Five points in octaves from 64 to 1024 Hz over one second, two at 256 Hz, one at 768 Hz. All
 /// its normalised coordinates are exact.

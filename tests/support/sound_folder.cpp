@@ -2,13 +2,9 @@
 
 #include "synth/sound.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
@@ -22,10 +18,7 @@ void put(FileBytes &bytes, int64_t value, int size) {
     }
 }
 
-void drop_sound() {
-    std::free(fBuffer);
-    fBuffer = nullptr;
-    fbuffersize = 0;
+void reset_sound() {
     R = 44100.0;
     sndlen = 0.0f;
 }
@@ -34,20 +27,16 @@ void drop_sound() {
 
 void SoundTest::SetUp() {
     StoreTest::SetUp();
-    drop_sound();
-    char made[] = "/tmp/quillgrove-sound-XXXXXX";
-    ASSERT_NE(mkdtemp(made), nullptr);
-    folder = made;
+    reset_sound();
 }
 
 void SoundTest::TearDown() {
-    std::filesystem::remove_all(folder);
-    drop_sound();
+    reset_sound();
     StoreTest::TearDown();
 }
 
 std::string SoundTest::path(const std::string &file) const {
-    return folder + "/" + file;
+    return folder.path(file);
 }
 
 char *SoundTest::name(const std::string &file) {
@@ -55,16 +44,9 @@ char *SoundTest::name(const std::string &file) {
     return buffer;
 }
 
-void SoundTest::fill_sound(const std::vector<float> &samples) {
-    std::free(fBuffer);
-    fBuffer = static_cast<float *>(std::calloc(samples.size() + 1, sizeof(float)));
-    std::copy(samples.begin(), samples.end(), fBuffer);
-    fbuffersize = static_cast<int64_t>(samples.size());
-}
-
 FileBytes SoundTest::bytes_of(const std::string &file) const {
-    std::ifstream in(path(file), std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
+    const std::string bytes = folder.read(file);
+    return {bytes.begin(), bytes.end()};
 }
 
 std::vector<float> SoundTest::floats_of(const std::string &file) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tests/support/fixture.h"
+#include "tests/support/folder.h"
 
 #include <cstdint>
 #include <string>
@@ -21,15 +22,12 @@ class SoundTest : public StoreTest {
     /// Writes the path without extension into a buffer such as callers pass.
     char *name(const std::string &file = "tone");
 
-    /// Replaces fBuffer.
-    void fill_sound(const std::vector<float> &samples);
-
     FileBytes bytes_of(const std::string &file) const;
     std::vector<float> floats_of(const std::string &file) const;
     bool exists(const std::string &file) const;
 
   private:
-    std::string folder;
+    Folder folder;
     char buffer[256];
 };
 

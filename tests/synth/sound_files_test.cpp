@@ -7,6 +7,7 @@
 #include "tests/support/child.h"
 #include "tests/support/command_output.h"
 #include "tests/support/console.h"
+#include "tests/support/made_sound.h"
 #include "tests/support/sound_folder.h"
 
 #include <cmath>

@@ -3,6 +3,7 @@
 #include "live/live.h"
 #include "store/settings.h"
 #include "tests/support/child.h"
+#include "tests/support/made_sound.h"
 #include "tests/synth/synth33_support.h"
 
 #include <cstdlib>

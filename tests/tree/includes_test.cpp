@@ -60,6 +60,7 @@ const RankRow rank_table[] = {
     {"store/published", state},
     {"store/console", state},
     {"store/misc", state},
+    {"live/oscillator_block", state},
     // Thinning the store reallocates it.
     {"toolbox/sampling", of_store},
     {"toolbox/", state},

@@ -1,4 +1,4 @@
-// tests/e2e/folder.h -- a folder of its own for one test, gone afterwards.
+// tests/support/folder.h -- a folder of its own for one test, gone afterwards.
 #pragma once
 
 #include <string>
@@ -15,8 +15,16 @@ class Folder {
         return place;
     }
 
+    /// The whole path of a file in it.
+    std::string path(const std::string &name) const {
+        return place + "/" + name;
+    }
+
     /// Writes a file of this name and returns its whole path.
     std::string write(const std::string &name, const std::string &content) const;
+
+    /// The bytes of the file of this name, none where it is not there.
+    std::string read(const std::string &name) const;
 
   private:
     std::string place;
