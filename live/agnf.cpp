@@ -141,6 +141,15 @@ void keep_targets(LiveGenerator &record, int32_t count) {
     }
 }
 
+/// A silent zone plays no more. A start sets the state first, so the flag that it sets while this
+/// runs is never taken for one of the play before.
+void note_silence(LiveGenerator &record) {
+    const uint8_t playing = observe(record.playing);
+    if (observe(record.state) == 0) {
+        exchange(record.playing, playing, uint8_t{0});
+    }
+}
+
 void render_block(const Procedure &procedure, LiveGenerator &record, uint32_t frames, float *out) {
     if (procedure.is_zone) {
         poke(record.frames, frames);
@@ -160,8 +169,8 @@ void render_block(const Procedure &procedure, LiveGenerator &record, uint32_t fr
         advance_time(record, frames);
     }
     keep_targets(record, count);
-    if (procedure.is_zone && peek(record.state) == 0) {
-        poke(record.playing, uint8_t{0});
+    if (procedure.is_zone) {
+        note_silence(record);
     }
 }
 

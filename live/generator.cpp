@@ -46,9 +46,9 @@ void start_generator(LiveGenerator &generator, const LiveCandidate *candidates, 
     for (int32_t i = 0; i < count; ++i) {
         take_up(generator, i, candidates[i]);
     }
-    poke(generator.state, 1); // last: the unit may still be running, silently
+    publish(generator.state, 1); // last: the unit may still be running, silently
     if (AudioOutputUnitStart(generator.unit) == 0) {
-        poke(generator.playing, uint8_t{1});
+        publish(generator.playing, uint8_t{1});
         if (dbp) {
             std::printf(tell, 1);
         }

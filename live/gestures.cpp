@@ -42,12 +42,15 @@ template <typename Work> bool with_store_now(Work work) {
     return reader.store() != nullptr;
 }
 
-/// The partials as MIDI may read them, once an edit that is under way is over. What takes longer
-/// leaves candidates, flags and pointer as they are.
-template <typename Work> void with_store(Work work) {
-    for (int n = 0; !with_store_now(work) && n < most_edit_pauses; ++n) {
+/// The partials as MIDI may read them, once an edit that is under way is over. False where that
+/// takes longer, with candidates, flags and pointer as they were.
+template <typename Work> bool with_store(Work work) {
+    bool done = with_store_now(work);
+    for (int n = 0; !done && n < most_edit_pauses; ++n) {
         pause_for(edit_pause);
+        done = with_store_now(work);
     }
+    return done;
 }
 
 void play_from_midi() {
@@ -57,7 +60,7 @@ void play_from_midi() {
         std::printf("wgen.time: %f\n", time);
         std::printf("tfsquare.tdn = %f\n", fraction);
     }
-    with_store([time, fraction](const PublishedStore &store) {
+    const bool done = with_store([time, fraction](const PublishedStore &store) {
         poke(tfsquare[0], fraction);
         if (peek(wgen.select) != 0) {
             select_by_wheel(store, peek(mmif));
@@ -65,6 +68,7 @@ void play_from_midi() {
         use_oscillators(store.count);
         sample_published(store, time, start_rule, pcandidates);
     });
+    uncounted = done ? 0 : 1;
     if (W != 0 && peek(wgen.playing) == 0) {
         poke(wgen.midi_started, uint8_t{1});
     }
@@ -123,6 +127,10 @@ void mmotion() {
         poke(tfsquare[1], fraction);
         if (by_wheel) {
             select_by_wheel(store, peek(mmif));
+        }
+        if (uncounted != 0) {
+            use_oscillators(store.count);
+            uncounted = 0;
         }
         sample_published(store, time, by_wheel ? wheel_rule : motion_rule, pcandidates);
     });

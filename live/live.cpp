@@ -36,6 +36,7 @@ int32_t hold = 0;
 int32_t prev_hold = 0;
 uint8_t n[note_room] = {};
 int32_t unkept = 0;
+uint8_t uncounted = 0;
 float pitchf = 0.0f;
 float bendf = 0.0f;
 uint8_t bmi = 0;
@@ -54,6 +55,7 @@ void reset_notes() {
     prev_hold = 0;
     std::fill_n(n, note_room, uint8_t{0});
     unkept = 0;
+    uncounted = 0;
     pitchf = 0.0f;
     bendf = 0.0f;
     bmi = 0;

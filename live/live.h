@@ -131,6 +131,7 @@ extern int32_t hold;         // notes held, at most note_room - 1
 extern int32_t prev_hold;    // hold before the last note
 extern uint8_t n[note_room]; // notes held, n[1] to n[hold], the newest last; n[0] stays 0
 extern int32_t unkept;       // notes held that found no room in n
+extern uint8_t uncounted;    // a note began during an edit, which kept partials from being counted
 extern float pitchf;         // note number in force
 extern float bendf;          // pitch bend in notes, -1 to just below 1
 extern uint8_t bmi;          // last value of a controller taken

@@ -3,7 +3,6 @@
 #include "live/notes.h"
 
 #include "interact/selection.h"
-#include "live/moment.h"
 #include "live/shared.h"
 #include "store/published.h"
 #include "store/settings.h"
@@ -380,6 +379,7 @@ TEST_F(HeldNotes, TheWheelIsTold) {
 
 TEST_F(HeldNotes, ExpressionIsKept) {
     EXPECT_EQ(printed([] { send({0xB0, 11, 0}); }), "xpr:1.000000\n");
+    EXPECT_EQ(printed([] { send({0xB0, 11, 64}); }), "xpr:2.511811\n");
     EXPECT_EQ(printed([] { send({0xB0, 11, 127}); }), "xpr:4.000000\n");
     EXPECT_EQ(mxpf, 4.0f);
     EXPECT_EQ(bmi, 127);
@@ -483,8 +483,8 @@ TEST_F(HeldNotes, DuringAnEditAreKeptAndHeardAfterIt) {
     EXPECT_EQ(stack(), (Bytes{60, 54}));
     EXPECT_EQ(pcandidates[0].status, 0);
     publish_store();
-    use_oscillators(partials); // the first note found no store to count
     release(54);
+    EXPECT_EQ(numbOfCands, 4) << "the first note found no store to count";
     EXPECT_EQ(pcandidates[0].status, 1);
     EXPECT_EQ(pcandidates[0].time, moment_of(60));
 }
