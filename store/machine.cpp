@@ -24,12 +24,11 @@ std::string value_of(const char *line) {
     return value;
 }
 
-/// Reads the brand and counts the distinct cores that /proc/cpuinfo names.
-void read_cpuinfo(std::string &brand, int32_t &cores) {
-    FILE *file = std::fopen("/proc/cpuinfo", "r");
-    if (file == nullptr) {
-        return;
-    }
+} // namespace
+
+void read_processors(FILE *file, ChipInfo *info) {
+    constexpr size_t too_long = 28;
+    std::string brand;
     std::set<std::pair<std::string, std::string>> seen;
     std::string package;
     char line[4096];
@@ -42,20 +41,20 @@ void read_cpuinfo(std::string &brand, int32_t &cores) {
             seen.insert({package, value_of(line)});
         }
     }
-    std::fclose(file);
-    cores = static_cast<int32_t>(seen.size());
+    if (brand.size() >= too_long) {
+        brand.resize(too_long - 1);
+    }
+    std::memcpy(info->brand, brand.c_str(), brand.size() + 1);
+    info->physical = static_cast<int32_t>(seen.size());
 }
-
-} // namespace
 
 void getCPUinfo(ChipInfo *info) {
     *info = {};
-    std::string brand;
-    read_cpuinfo(brand, info->physical);
-    if (brand.size() >= 28) {
-        brand.resize(27);
+    FILE *processors = std::fopen("/proc/cpuinfo", "r");
+    if (processors != nullptr) {
+        read_processors(processors, info);
+        std::fclose(processors);
     }
-    std::memcpy(info->brand, brand.c_str(), brand.size() + 1);
     info->logical = static_cast<int32_t>(sysconf(_SC_NPROCESSORS_CONF));
     if (info->physical < 1) {
         info->physical = info->logical; // machines whose cpuinfo does not tell cores apart

@@ -4,8 +4,14 @@
 
 #include "store/settings.h"
 
+#include <cstdio>
+
 /// Fills brand string, core, thread and process counts. What cannot be read stays empty or 0.
 void getCPUinfo(ChipInfo *chip);
+
+/// The same for the brand, cut to 27 characters where it has 28 or more, and the distinct cores of
+/// a text such as /proc/cpuinfo, which it reads to its end.
+void read_processors(FILE *file, ChipInfo *chip);
 
 /// Processors that this process may run on at the moment, at least 1.
 int32_t getCPUnum();

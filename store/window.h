@@ -2,7 +2,8 @@
 // thread, once, after the store is live.
 #pragma once
 
-/// Start values of live play, before any sound unit exists.
+/// Start values of live play, then the generators, MIDI, the sine table and the player. A unit
+/// that cannot be had ends the process.
 void start_sound();
 
 /// Creates the window and reports what the graphics can do.

@@ -200,6 +200,12 @@ TEST_F(Interactive, ALongTokenIsCut) {
     EXPECT_LT(out.size(), 1000u);
 }
 
+TEST_F(Interactive, AZeroByteEndsAToken) {
+    const std::string out = read(std::string("44\0x 5", 6), "y f f n");
+    EXPECT_EQ(out, head_of("f", "f @ 1") + question("44") + question("5") + "End reading.\n");
+    EXPECT_EQ(ph[0].value[0], 44.0f);
+}
+
 TEST_F(Interactive, LettersAreToldUnderOneDebugSwitch) {
     dwbg = 1;
     const std::string out = read("1 2 3", "y fad f a d");
@@ -250,6 +256,10 @@ TEST_F(Interactive, TheEnvelopeIsFourNumbers) {
 
 TEST_F(Interactive, ANegativeDecayIsFull) {
     EXPECT_EQ(construct("2.5 100 -12.25 -1").out, enter + " 2.50 100 -12.25 full decay\n");
+}
+
+TEST_F(Interactive, NoDecayIsNotAFullOne) {
+    EXPECT_EQ(construct("2.5 100 -12.25 0").out, enter + " 2.50 100 -12.25  0.0\n");
 }
 
 TEST_F(Interactive, WhatCannotBeReadKeepsItsValue) {

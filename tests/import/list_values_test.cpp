@@ -78,6 +78,8 @@ TEST_F(ListValues, TheLimitsThemselvesStand) {
     EXPECT_EQ(stored_freq(4.25f), 4.25f);
     EXPECT_EQ(stored_freq(22050.0f), 22050.0f);
     EXPECT_EQ(stored_freq(22049.5f), 22049.5f);
+    EXPECT_EQ(stored_freq(22050.5f), 22050.0f);
+    EXPECT_EQ(stored_freq(3.75f), 4.0f);
     EXPECT_EQ(stored_freq(-440.0f), 4.0f);
 }
 

@@ -135,6 +135,13 @@ TEST_F(ValueRecords, DurationsAreScaledToTheLongest) {
     EXPECT_EQ(parray[1][5].amp, -10.0f);
 }
 
+TEST_F(ValueRecords, DurationsOutsideTheSequenceAreLeftAlone) {
+    add("fa", 440, 1, 8);
+    EXPECT_EQ(build({10, 2.0f, 0.0f}),
+              "Num. Partials: 1\ndur = 20.000000\tfactor = 0.100000\nnpoints[0] = 20\n");
+    EXPECT_EQ(ph[0].value[2], 8.0f);
+}
+
 TEST_F(ValueRecords, ADurationOfTooFewPointsIsLengthened) {
     add("fd", 440, 0, 2);
     add("fd", 660, 0, 0.1f);
@@ -246,6 +253,8 @@ TEST_F(ValueRecords, TheDebugSwitchTellsThePlan) {
     EXPECT_NE(build(second).find("#1, pps=4, pts = 4, dur= 1.00, a=-10.00  8.0\n"),
               std::string::npos);
     EXPECT_NE(build({4, 1.0f, -1.0f}).find("#1, pps=4, pts = 4, dur= 1.00, a=-10.00 full decay\n"),
+              std::string::npos);
+    EXPECT_NE(build({4, 1.0f, 0.0f}).find("#1, pps=4, pts = 4, dur= 1.00, a=-10.00  0.0\n"),
               std::string::npos);
 }
 

@@ -16,12 +16,22 @@ class SdifCurve : public StoreTest {
     static std::string read(const std::string &text, int32_t result = sdif_fundamental) {
         return printed([&] { EXPECT_EQ(read_as(sdif_fundamental, text), result); });
     }
-    static std::vector<float> amps() {
+    /// One field of all points.
+    static std::vector<float> each(float Breakpoint::*field) {
         std::vector<float> result;
         for (int j = 0; j < npoints[0]; ++j) {
-            result.push_back(parray[0][j].amp);
+            result.push_back(parray[0][j].*field);
         }
         return result;
+    }
+    static std::vector<float> amps() {
+        return each(&Breakpoint::amp);
+    }
+    static std::vector<float> times() {
+        return each(&Breakpoint::time);
+    }
+    static std::vector<float> freqs() {
+        return each(&Breakpoint::freq);
     }
 };
 
@@ -75,8 +85,9 @@ TEST_F(SdifCurve, TheLastPointIsSilentWhateverTheFileSays) {
 TEST_F(SdifCurve, CurvesOfFewPoints) {
     read(curve_text(""));
     EXPECT_EQ(npoints[0], 0);
-    read(curve_text(frames_of({"200 1"})));
+    read(curve_text(frames_of({"200 1 1 1"})));
     EXPECT_EQ(amps(), (std::vector<float>{-140}));
+    EXPECT_EQ(maxamp, -10.0f);
     read(curve_text(frames_of({"200 1", "190 1"})));
     EXPECT_EQ(amps(), (std::vector<float>{-122, -140}));
     EXPECT_EQ(parray[0][0].freq, 200.0f);
@@ -117,6 +128,28 @@ TEST_F(SdifCurve, AWrongThirdWordIsToldAndRefused) {
     close_tokens(file);
 }
 
+TEST_F(SdifCurve, EachPassStartsAtTheHeadAndEndsThere) {
+    const std::string text = curve_text(frames_of({"200 1", "201 1"}));
+    TokenFile file;
+    open_tokens_from_memory(file, text.data(), text.size());
+    skip_tokens(file, 5);
+    int32_t counts[1] = {};
+    printed([&] {
+        EXPECT_EQ(revisit_sdiffile(file, &partials, counts, sdif_fundamental), sdif_fundamental);
+    });
+    EXPECT_EQ(counts[0], 2);
+    EXPECT_EQ(read_token(file), "SDIF");
+    skip_tokens(file, 5);
+    const int32_t none[1] = {};
+    fill_store({{}});
+    printed([&] {
+        EXPECT_EQ(import_sdiffile(file, &partials, none, nullptr, &maxamp, sdif_fundamental),
+                  sdif_fundamental);
+    });
+    EXPECT_EQ(read_token(file), "SDIF");
+    close_tokens(file);
+}
+
 TEST_F(SdifCurve, EitherEndWordEndsTheData) {
     for (const std::string end : {"ENDC", "ENDF", "ENDC ENDF", ""}) {
         read("SDIF SDFC" + frames_of({"1 1", "200 1", "201 1"}) + end +
@@ -126,14 +159,19 @@ TEST_F(SdifCurve, EitherEndWordEndsTheData) {
 }
 
 TEST_F(SdifCurve, AnEndWithinAFrameKeepsWhatHasAFrequency) {
-    const std::string head = "SDIF SDFC" + frames_of({"1 1", "200 1"}) + "1FQ0 1 1 0.6 1FQ0 ";
-    read(head + "ENDC");
-    EXPECT_EQ(npoints[0], 1);
-    read(head + "0x0004 1 4 ENDC");
-    EXPECT_EQ(npoints[0], 1);
-    read(head + "0x0004 1 4 300 ENDC");
-    EXPECT_EQ(npoints[0], 2);
-    EXPECT_EQ(parray[0][1].freq, 300.0f);
+    const std::string head = "SDIF SDFC" + frames_of({"1 1", "200 1"});
+    const std::string behind = " 7 7 7 7 7 7" + frames_of({"8 1"});
+    for (const std::string begun :
+         {"1FQ0", "1FQ0 1", "1FQ0 1 1", "1FQ0 1 1 0.6", "1FQ0 1 1 0.6 1FQ0",
+          "1FQ0 1 1 0.6 1FQ0 0x0004 1", "1FQ0 1 1 0.6 1FQ0 0x0004 1 4"}) {
+        read(head + begun + " ENDC" + behind);
+        EXPECT_EQ(npoints[0], 1) << begun;
+    }
+    for (const std::string row : {"300", "300 1", "300 1 1", "300 1 1 1"}) {
+        read(head + "1FQ0 1 1 0.6 1FQ0 0x0004 1 4 " + row + " ENDC" + behind);
+        EXPECT_EQ(times(), (std::vector<float>{0.51f, 0.6f})) << row;
+        EXPECT_EQ(freqs(), (std::vector<float>{300, 300})) << row; // the first takes the second's
+    }
 }
 
 TEST_F(SdifCurve, ATextCutAfterEveryByteIsHarmless) {
@@ -196,17 +234,19 @@ TEST_F(SdifCurve, NumbersOfEverySizeAreAsPrintfHasThem) {
     }
 }
 
-TEST_F(SdifCurve, FiveColumnsShiftTheWalkWithoutHarm) {
+TEST_F(SdifCurve, FiveColumnsShiftTheWalk) {
+    // The fifth is taken for the signature of the next frame, so that each frame begins one word
+    // further off; "1FQ0" is a time of 1 and "0x0004" a frequency of 4 then.
     read(curve_text(frames_of({"200 1 1 1 5", "201 1 1 1 5", "202 1 1 1 5", "203 1 1 1 5"})));
-    EXPECT_EQ(parray[0][0].freq, 200.0f);
-    EXPECT_GE(npoints[0], 1);
-    EXPECT_LE(npoints[0], 4);
+    EXPECT_EQ(times(), (std::vector<float>{0.5f, 0, 1, 1}));
+    EXPECT_EQ(freqs(), (std::vector<float>{200, 0, 1, 4}));
 }
 
-TEST_F(SdifCurve, OtherFramesInBetweenShiftTheWalkWithoutHarm) {
+TEST_F(SdifCurve, OtherFramesInBetweenShiftTheWalkUntilTheNextSignature) {
     read(curve_text(frames_of({"200 1"}) + sdif_frame("1TRC", "0.505", {"1 2 3 4"}) +
                     frames_of({"201 1", "202 1"})));
-    EXPECT_EQ(parray[0][0].freq, 200.0f);
+    EXPECT_EQ(times(), (std::vector<float>{0.5f, 4, 0.5f, 0.51f}));
+    EXPECT_EQ(freqs(), (std::vector<float>{200, 3, 201, 202}));
 }
 
 } // namespace

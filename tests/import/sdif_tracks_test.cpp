@@ -227,12 +227,16 @@ TEST_F(SdifTracks, SevenColumnsAreReadAsFour) {
 }
 
 TEST_F(SdifTracks, ThreeColumnsRunIntoTheNextFrame) {
-    // The row takes the signature of the frame behind it, and that frame's matrix is met as one.
+    // The row takes the signature of the frame behind it, and that frame's matrix is met as one:
+    // its columns are the time. The third frame's row ends with the data.
     read(tracks_text("1TRC", sdif_frame("1TRC", "0.5", {"1 100 1"}, 3) +
                                  sdif_frame("1TRC", "0.75", {"2 101 1"}, 3) +
                                  sdif_frame("1TRC", "1", {"3 102 1"}, 3)));
-    EXPECT_GE(partials, 1);
+    ASSERT_EQ(counts(), (std::vector<int>{1, 0, 1}));
+    EXPECT_EQ(parray[0][0].time, 0.5f);
     EXPECT_EQ(parray[0][0].freq, 100.0f);
+    EXPECT_EQ(parray[2][0].time, 3.0f);
+    EXPECT_EQ(parray[2][0].freq, 102.0f);
 }
 
 TEST_F(SdifTracks, SeveralStreamsShareTheirIndices) {
@@ -298,8 +302,21 @@ TEST_F(SdifTracks, EveryPassRewinds) {
         rewind_tokens(file);
         revisit_sdiffile(file, &total, counts, sdif_inharmonic);
         EXPECT_EQ(read_token(file), "SDIF");
+        const int32_t none[200] = {}; // the first row has no place, and the pass ends there
+        PartialIndexEntry index[200] = {};
+        EXPECT_EQ(import_sdiffile(file, &total, none, index, &maxamp, sdif_inharmonic),
+                  sdif_inharmonic);
+        EXPECT_EQ(read_token(file), "SDIF");
     });
     close_tokens(file);
+}
+
+TEST_F(SdifTracks, AnEndBeforeTheFramesEndsThePass) {
+    const std::string frames = sdif_frame("1TRC", "0", {}) + two_frames;
+    EXPECT_EQ(read("SDIF ENDC SDFC" + frames), "ENDC\nrevisiting SDIF File\nimporting SDIF File\n");
+    EXPECT_EQ(partials, 0);
+    EXPECT_EQ(read("SDIF SDFC ENDC" + frames), passes);
+    EXPECT_EQ(partials, 0);
 }
 
 TEST_F(SdifTracks, TheDebugSwitchTellsEachRow) {
@@ -314,6 +331,24 @@ TEST_F(SdifTracks, TheDebugSwitchTellsEachRow) {
               "PARTIAL #1:\t freq=101.000000\t  amp=10.000000 \n"
               "importing SDIF File\n");
     EXPECT_EQ(counts(), (std::vector<int>{2, 0, 2}));
+}
+
+TEST_F(SdifTracks, WhatIsToldEndsWithTheData) {
+    dbp = 1;
+    struct {
+        const char *row;
+        const char *told;
+        int count;
+    } const cases[] = {{"ENDC 5 6 7", "", 0},
+                       {"1 ENDC 6 7", "PARTIAL #1:\t", 1},
+                       {"1 5 ENDC 7", "PARTIAL #1:\t freq=5.000000\t ", 1},
+                       {"1 5 6 ENDC", "PARTIAL #1:\t freq=5.000000\t  amp=6.000000 \n", 1}};
+    for (const auto &cut : cases) {
+        EXPECT_EQ(read(tracks_text("1TRC", sdif_frame("1TRC", "0.5", {cut.row, "1 200 1 0"}))),
+                  std::string("SDFC\nENDC\nrevisiting SDIF File\nNUM = 2\n") + cut.told +
+                      "importing SDIF File\n");
+        EXPECT_EQ(counts(), std::vector<int>(static_cast<size_t>(cut.count), 1)) << cut.row;
+    }
 }
 
 /// The level of the point at `place` of n after the normalisation.

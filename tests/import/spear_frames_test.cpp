@@ -2,6 +2,7 @@
 #include "import/afile.h"
 #include "store/phase.h"
 #include "store/settings.h"
+#include "store/slots.h"
 #include "tests/support/any_reading.h"
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"
@@ -177,12 +178,17 @@ TEST_F(SpearFrames, EveryPassRewinds) {
         visit_spearrffile(file, &partials, &t_frames);
         EXPECT_EQ(read_token(file), "par-text-frame-format");
         rewind_tokens(file);
-        int32_t counts[200] = {};
-        revisit_spearrffile(file, &partials, &t_frames, counts);
+        allocate_counts(partials);
+        revisit_spearrffile(file, &partials, &t_frames, npoints);
+        EXPECT_EQ(read_token(file), "par-text-frame-format");
+        rewind_tokens(file);
+        allocate_points();
+        EXPECT_EQ(
+            import_spearrffile(file, &partials, &t_frames, npoints, &minfreq, &maxfreq, &maxamp),
+            5);
         EXPECT_EQ(read_token(file), "par-text-frame-format");
     });
     close_tokens(file);
-    partials = 0;
 }
 
 TEST_F(SpearFrames, CountsThatTheFileCannotHold) {

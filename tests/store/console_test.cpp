@@ -162,6 +162,17 @@ TEST(Console, ALineOfAZeroByteIsNoError) {
     EXPECT_STREQ(line, "");
 }
 
+TEST(Console, ATextIsALineOfItsOwnUnlessItsEndSaysOtherwise) {
+    EXPECT_EQ(printed([] { say("Done"); }), "Done\n");
+    EXPECT_EQ(printed([] { say("Done:"); }), "Done:\n");
+    EXPECT_EQ(printed([] { say("Number: "); }), "Number: ");
+    EXPECT_EQ(printed([] { say("Number:\t"); }), "Number:\t");
+    EXPECT_EQ(printed([] { say("Quillgrove> "); }), "Quillgrove> ");
+    EXPECT_EQ(printed([] { say("Done\n"); }), "Done\n");
+    EXPECT_EQ(printed([] { say(" \tx"); }), " \tx\n");
+    EXPECT_EQ(printed([] { say(""); }), "");
+}
+
 TEST(Console, ADroppedLineEndsWithItsNewline) {
     char line[16] = "";
     conversation("rest of it\nnext\n", [&] {

@@ -70,10 +70,23 @@ TEST_F(Consolidate, OneLostPointBecomesTheMeanOfItsNeighbours) {
     EXPECT_EQ(amps_of(0), (std::vector<float>{-50, -52, -56.5f, -61, -50}));
 }
 
+TEST_F(Consolidate, EveryPlaceIsLookedAt) {
+    fill_amps({{-50, -50, -50, -52, -96, -61, -50, -96, -97, -50}});
+    EXPECT_EQ(run("y\n"), std::string(question) + ",*\n");
+    EXPECT_EQ(amps_of(0),
+              (std::vector<float>{-50, -50, -50, -52, -56.5f, -61, -50, -50, -50, -50}));
+}
+
 TEST_F(Consolidate, TwoLostPointsTakeTheLevelBeforeThem) {
     fill_amps({{-50, -52, -96, -97, -50}});
     EXPECT_EQ(run("y\n"), std::string(question) + "*\n");
     EXPECT_EQ(amps_of(0), (std::vector<float>{-50, -52, -52, -52, -50}));
+}
+
+TEST_F(Consolidate, ALostLastPointAloneStays) {
+    fill_amps({{-50, -52, -93, -97, -50}});
+    EXPECT_EQ(run("y\n"), std::string(question) + "\n");
+    EXPECT_EQ(amps_of(0), (std::vector<float>{-50, -52, -93, -97, -50}));
 }
 
 TEST_F(Consolidate, TheLimitsThemselvesAreNotPassed) {
@@ -144,6 +157,12 @@ TEST_F(Consolidate, ANegativeLastButOnePointBecomesZero) {
     EXPECT_EQ(amps_of(0)[3], 0.0f);
 }
 
+TEST_F(Consolidate, PointsOfZeroBeforeItAreNotNegative) {
+    fill_amps({{0.0f, 0.0f, 0.0f, -0.2f, 0.0f}});
+    EXPECT_EQ(run("n\n"), std::string(question) + ":\n");
+    EXPECT_EQ(amps_of(0)[3], 0.0f);
+}
+
 TEST_F(Consolidate, ANegativePointElsewhereIsNotZeroed) {
     fill_amps({{0.5f, 0.25f, 0.1f, -0.2f}, {0.5f, 0.25f, 0.1f, -0.2f, 0.0f, 0.0f}});
     EXPECT_EQ(run("n\n"), std::string(question) + "\n");
@@ -152,10 +171,11 @@ TEST_F(Consolidate, ANegativePointElsewhereIsNotZeroed) {
 }
 
 TEST_F(Consolidate, OnlyTheFirstPartialsAreMended) {
-    fill_amps({{-50, -52, -96, -61}, {-50, -52, -96, -61}});
+    fill_amps({{-50, -52, -96, -61}, {-50, -52, -96, -61, -10, -50}});
     conversation("y", [] { consolidate(parray, npoints, 1); });
     EXPECT_EQ(amps_of(0)[2], -56.5f);
     EXPECT_EQ(amps_of(1)[2], -96.0f);
+    EXPECT_EQ(amps_of(1)[4], -10.0f);
 }
 
 } // namespace

@@ -57,6 +57,15 @@ TEST_F(GlobalParameters, StartAndEndOverAllPartialsSinglePointsToo) {
     EXPECT_EQ(sndlen, 7.0f);
 }
 
+TEST_F(GlobalParameters, PartialsOfNoPointsArePassedOver) {
+    imported({{}, {{0.5f, 100, -20}, {1.0f, 200, -10}}, {}, {{0.25f, 100, -1}, {7.25f, 100, -1}}},
+             100, 200, -1);
+    printed([] { call(); });
+    EXPECT_EQ(sndstart, 0.25f);
+    EXPECT_EQ(sndlen, 7.25f);
+    EXPECT_EQ(meant, (0.5f + 7.0f) / 0.0f); // 4 points less 4 partials
+}
+
 TEST_F(GlobalParameters, ANegativeStartStands) {
     imported({{{0.5f, 100, -20}, {1.0f, 200, -10}}}, 100, 200, -10);
     parray[0][0].time = -3.0f;
@@ -160,6 +169,17 @@ TEST_F(AmpUnits, NoNegativeAmplitudeMeansLinear) {
     EXPECT_EQ(ampcheck(parray, npoints, partials), 0);
     EXPECT_EQ(parray[0][0].ampunits, 0);
     EXPECT_EQ(parray[0][1].ampunits, 0);
+}
+
+TEST_F(AmpUnits, TheUnitsOfAllPartialsAreSet) {
+    fill_store({{{0, 100, 0.5f}}, {}, {{0, 100, 0.25f}, {1, 100, 0.0f}}, {{0, 100, -1}}});
+    EXPECT_EQ(ampcheck(parray, npoints, 3), 0);
+    EXPECT_EQ(parray[0][0].ampunits, 0);
+    EXPECT_EQ(parray[2][1].ampunits, 0);
+    EXPECT_EQ(parray[3][0].ampunits, 1); // behind the first three
+    EXPECT_EQ(ampcheck(parray, npoints, 4), 1);
+    EXPECT_EQ(parray[0][0].ampunits, 1);
+    EXPECT_EQ(parray[2][1].ampunits, 1);
 }
 
 TEST_F(AmpUnits, EveryAmplitudeExactlyZeroIsLinear) {

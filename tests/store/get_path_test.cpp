@@ -116,6 +116,36 @@ TEST(GetPath, AtTheEndOfInputItKeepsWhatThereIs) {
     EXPECT_EQ(path_of("partial name"), "partial name");
 }
 
+TEST(GetPath, ABlankIsNoName) {
+    EXPECT_EQ(path_of("\\ \n"), "");
+    EXPECT_EQ(path_of(" "), ""); // at the end of input
+}
+
+/// What read_path makes of the input: its answer and the name, then what it printed.
+std::string reply_to(const std::string &input, bool can_cancel) {
+    char name[path_size] = "";
+    bool goes_on = false;
+    const std::string text = conversation(input, [&] { goes_on = read_path(name, can_cancel); });
+    return std::string(goes_on ? "yes " : "no ") + name + "|" + text;
+}
+
+TEST(ReadPath, ANameGoesOn) {
+    EXPECT_EQ(reply_to("a\n", true), "yes a|");
+    EXPECT_EQ(reply_to("a", true), "yes a|"); // at the end of input
+    EXPECT_EQ(reply_to("\\ \n", true), "yes |");
+}
+
+TEST(ReadPath, ACancellationIsTold) {
+    EXPECT_EQ(reply_to("-c\n", true), "no -c|Command cancelled\n");
+    EXPECT_EQ(reply_to("-c\n", false), "yes -c|");
+    EXPECT_EQ(reply_to("-cx\n", true), "yes -cx|");
+}
+
+TEST(ReadPath, TheEndOfInputEndsTheCommand) {
+    EXPECT_EQ(reply_to("", true), "no |");
+    EXPECT_EQ(reply_to("", false), "no |");
+}
+
 TEST(GetPath, NoInputGivesAnEmptyName) {
     EXPECT_EQ(path_of(""), "");
     EXPECT_EQ(path_of("\n\n"), "");

@@ -61,11 +61,53 @@ TEST(Machine, BannerWhole) {
                   numbers + "\n   Some Processor CPU,\x1b[31m12\x1b[0m cores\n\n");
 }
 
+/// What read_processors makes of a text.
+ChipInfo processors_in(std::string text) {
+    ChipInfo info = {};
+    FILE *file = fmemopen(text.data(), text.size(), "r");
+    read_processors(file, &info);
+    std::fclose(file);
+    return info;
+}
+
+TEST(Machine, TheBrandIsThatOfTheFirstProcessor) {
+    EXPECT_STREQ(processors_in("processor\t: 0\nmodel\t\t: 1\nmodel name\t:  One 2.0 GHz \t\n"
+                               "processor\t: 1\nmodel name\t: Two\n")
+                     .brand,
+                 "One 2.0 GHz");
+    EXPECT_STREQ(processors_in("model name without a colon\n").brand, "");
+    EXPECT_STREQ(processors_in("processor\t: 0\n").brand, "");
+}
+
+TEST(Machine, ABrandOfTwentyEightCharactersIsCutToTwentySeven) {
+    for (const size_t length : {26u, 27u, 28u, 29u, 47u, 48u, 200u}) {
+        const std::string brand = std::string(length - 1, 'b') + "x";
+        EXPECT_EQ(processors_in("model name\t: " + brand + "\n").brand,
+                  length < 28 ? brand : brand.substr(0, 27));
+    }
+}
+
+TEST(Machine, CoresAreCountedOnceInEachPackage) {
+    std::string text;
+    for (const char *package : {"0", "1"}) {
+        for (const char *core : {"0", "1", "0", "1", "5"}) {
+            text += "physical id\t: " + std::string(package) + "\ncore id\t\t: " + core + "\n";
+        }
+    }
+    EXPECT_EQ(processors_in(text).physical, 6);
+    EXPECT_EQ(processors_in("model name\t: x\n").physical, 0);
+}
+
 TEST(Machine, FactsOfThisMachine) {
     ChipInfo info;
     std::memset(&info, 0x55, sizeof info);
     getCPUinfo(&info);
-    EXPECT_LT(std::strlen(info.brand), 28u);
+    FILE *file = std::fopen("/proc/cpuinfo", "r");
+    ASSERT_NE(file, nullptr);
+    ChipInfo told = {};
+    read_processors(file, &told);
+    std::fclose(file);
+    EXPECT_STREQ(info.brand, told.brand);
     EXPECT_EQ(info.logical, sysconf(_SC_NPROCESSORS_CONF));
     EXPECT_GE(info.physical, 1);
     EXPECT_LE(info.physical, info.logical);

@@ -2,6 +2,7 @@
 #include "store/reading.h"
 
 #include "live/live.h"
+#include "store/published.h"
 #include "store/settings.h"
 #include "tests/support/analysis_file.h"
 #include "tests/support/console.h"
@@ -75,6 +76,15 @@ TEST_F(Reading, SummariesAndCandidatesHaveSpareElementsOfZero) {
             zero = zero && (i < partials || peval[i].dur == 0.0f);
         }
         std::exit(zero ? 7 : 8);
+    });
+    EXPECT_EQ(result.status, 7);
+}
+
+TEST_F(Reading, TheStoreIsShownToItsReaders) {
+    const ChildResult result = in_child("", [] {
+        fill_store(small_content());
+        complete_store();
+        std::exit(store_is_published() ? 7 : 8);
     });
     EXPECT_EQ(result.status, 7);
 }

@@ -240,6 +240,23 @@ TEST_F(RecomputeAmp, LargestAndSmallestOfAllPoints) {
     EXPECT_EQ(low, -60.0f);
 }
 
+TEST_F(RecomputeAmp, TheyMayStandAnywhere) {
+    for (int place = 0; place < 4; ++place) {
+        fill_store({{{0, 100, -20}, {1, 100, -20}}, {}, {{0, 100, -20}, {1, 100, -20}}});
+        float high = 0.0f;
+        float low = 0.0f;
+        float &amp = parray[place < 2 ? 0 : 2][place % 2].amp;
+        amp = -90.0f;
+        recompute_amp(&high, &low);
+        EXPECT_EQ(high, -20.0f) << place;
+        EXPECT_EQ(low, -90.0f) << place;
+        amp = 3.0f;
+        recompute_amp(&high, &low);
+        EXPECT_EQ(high, 3.0f) << place;
+        EXPECT_EQ(low, -20.0f) << place;
+    }
+}
+
 TEST_F(RecomputeAmp, AnEmptyStoreGivesTheStartValues) {
     float high = 0.0f;
     float low = 0.0f;
