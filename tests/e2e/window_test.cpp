@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <stdexcept>
 
 WindowTest::WindowTest() : screen(desktop.display()) {}
 
@@ -34,15 +35,20 @@ void WindowTest::show(const std::string &options) {
 }
 
 void WindowTest::start(const std::vector<std::string> &arguments, const std::string &title_name) {
-    ASSERT_NO_FATAL_FAILURE(launch(arguments, title_name));
+    launch(arguments, title_name);
     look();
 }
 
 void WindowTest::launch(const std::vector<std::string> &arguments, const std::string &title_name) {
     program = std::make_unique<Program>(Launch{arguments, folder.path(), desktop.display(), true});
-    ASSERT_TRUE(program->expect("max clip planes = ")) << program->output();
+    // Thrown, as nothing of the test can go on without the window.
+    if (!program->expect("max clip planes = ")) {
+        throw std::runtime_error("the program did not begin: " + program->output());
+    }
     window = screen.find("Quillgrove: " + title_name);
-    ASSERT_NE(window, 0u) << program->output();
+    if (window == 0) {
+        throw std::runtime_error("the window did not appear: " + program->output());
+    }
     hands = std::make_unique<Hands>(screen, desktop.display(), window);
 }
 

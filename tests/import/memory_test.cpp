@@ -3,6 +3,7 @@
 #include "import/tokens.h"
 #include "store/reading.h"
 #include "store/store.h"
+#include "tests/support/child.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,14 +15,6 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define SANITIZED 1
-#endif
-#endif
 
 namespace {
 
@@ -106,9 +99,9 @@ long growth_in_child(const char *name) {
 } // namespace
 
 TEST(LoadMemory, PeaksAtRecordsFileAndSomeRoom) {
-#ifdef SANITIZED
-    GTEST_SKIP() << "sanitizers keep memory of their own";
-#endif
+    if (sanitized()) {
+        GTEST_SKIP() << "sanitizers keep memory of their own";
+    }
     ASSERT_EQ(sizeof(Breakpoint), 28u);
     const std::string name = write_large_list();
     struct stat status;

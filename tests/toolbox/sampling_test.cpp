@@ -1,6 +1,7 @@
 // A partial seen at the times of another one, and the thinning of the store.
 
 #include "store/slots.h"
+#include "tests/support/child.h"
 #include "tests/support/console.h"
 #include "tests/support/fixture.h"
 #include "toolbox/auxilliary3d.h"
@@ -242,12 +243,6 @@ TEST_F(Thinning, ASmallStoreAfterALargeOneStartsFromZeroAgain) {
 
 // What func1 reports when memory runs short. The limit holds for a child process alone; an
 // instrumented build brings an allocator of its own.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool own_allocator = true;
-#else
-constexpr bool own_allocator = false;
-#endif
-
 void leave_only(size_t room) {
     FILE *sizes = std::fopen("/proc/self/statm", "r");
     long pages = 0;
@@ -285,7 +280,7 @@ constexpr size_t megabyte = 1 << 20;
 class ThinningWithoutMemory : public StoreTest {
   protected:
     void SetUp() override {
-        if (own_allocator) {
+        if (sanitized()) {
             GTEST_SKIP() << "the allocator does not keep to the process's limit";
         }
         // A process begun anew holds no memory that earlier tests have freed.
