@@ -6,8 +6,7 @@ build_packages=(build-essential cmake freeglut3-dev libgl-dev libglu1-mesa-dev l
 show_packages=(xvfb libgl1-mesa-dri x11-utils x11-apps xdotool netpbm)
 test_packages=(git libgtest-dev libbenchmark-dev libx11-dev xvfb libgl1-mesa-dri xdotool
     clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 sox sndfile-programs pulseaudio
-    pulseaudio-utils jackd2
-    libjack-jackd2-dev x11-apps netpbm)
+    pulseaudio-utils jackd2 libjack-jackd2-dev x11-apps netpbm python3)
 
 # Prints those of the packages that are not installed.
 missing_packages() {
